@@ -1,0 +1,94 @@
+#include "app/HelperApplication.h"
+
+#include "app/LaunchOptions.h"
+#include "link/client/MinibarClient.h"
+#include "minibar/RemoteMiniBarWindow.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QMessageBox>
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcApp, "tarvinel.app", QtWarningMsg)
+
+constexpr int connectTimeoutMs = 3000;
+
+// Posted, because the link may end before the event loop has begun, when quit() would go unheard.
+void quitEventLoop()
+{
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+}
+
+} // namespace
+
+void HelperApplication::prepareEnvironment()
+{
+    // The bar draws no OpenGL: without the integration the first paint comes sooner and takes a third of the
+    // memory.
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+}
+
+int HelperApplication::run(QApplication& application)
+{
+    QApplication::setApplicationName(QStringLiteral("TarvinelMiniBar"));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const HelperLaunchOptions options = parseLaunchOptions(QCoreApplication::arguments());
+    if (!options.isValid()) {
+        QMessageBox::information(nullptr, QStringLiteral("TarvinelMiniBar"),
+                                 tr("TarvinelMiniBar is started automatically by Tarvinel."),
+                                 QMessageBox::Ok);
+        return InvalidOptions;
+    }
+
+    MinibarClient client;
+    if (!client.connectToHost(options.server, connectTimeoutMs))
+        return NotConnected;
+
+    RemoteMiniBarWindow window;
+    wire(application, client, window);
+    if (!client.sendAuth(options.token))
+        return AuthNotSent;
+    if (!client.sendReady())
+        return ReadyNotSent;
+    return QApplication::exec();
+}
+
+void HelperApplication::wire(QApplication& application, MinibarClient& client, RemoteMiniBarWindow& window)
+{
+    using Client = MinibarClient;
+    using Window = RemoteMiniBarWindow;
+
+    QObject::connect(&window, &Window::restoreRequested, &client, &Client::sendRestoreRequest);
+    QObject::connect(&window, &Window::rfChangeRequested, &client, &Client::setRfEnabled);
+    QObject::connect(&window, &Window::centerChangeRequested, &client, &Client::setCenterFrequency);
+    QObject::connect(&window, &Window::levelChangeRequested, &client, &Client::setLevel);
+    QObject::connect(&window, &Window::sweepChangeRequested, &client, &Client::changeSweep);
+    QObject::connect(&window, &Window::modChangeRequested, &client, &Client::changeModulation);
+
+    QObject::connect(&client, &Client::showMiniBarRequested, &window, [&window](QPoint topRight) {
+        window.setAnchorTopRight(topRight);
+        window.showMiniBar();
+    });
+    QObject::connect(&client, &Client::hideMiniBarRequested, &window, &Window::hideMiniBar);
+    QObject::connect(&client, &Client::snapshotReceived, &window, &Window::applySnapshot);
+    QObject::connect(&client, &Client::requestError, &application,
+                     [](int requestId, const QString& code, const QString& message) {
+                         // Code and message are the peer's words: quoted, so that they stay on one line.
+                         qCWarning(lcApp) << "Minibar helper request failed" << requestId << code << message;
+                     });
+    QObject::connect(&client, &Client::protocolError, &application, [](const QString& message) {
+        qCWarning(lcApp).noquote() << "Minibar helper protocol error:" << message;
+    });
+    QObject::connect(&client, &Client::shutdownRequested, &window, [&window] {
+        window.prepareForExit();
+        window.close();
+        quitEventLoop();
+    });
+    QObject::connect(&client, &Client::disconnected, &window, [&window] {
+        window.prepareForExit();
+        quitEventLoop();
+    });
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QCoreApplication>
+
+class MinibarClient;
+class QApplication;
+class RemoteMiniBarWindow;
+
+// The helper process from the application object on.
+class HelperApplication final
+{
+    Q_DECLARE_TR_FUNCTIONS(HelperApplication)
+
+public:
+    // The process's exit codes besides the event loop's own result.
+    enum ExitCode { InvalidOptions = 1, NotConnected = 2, AuthNotSent = 3, ReadyNotSent = 4 };
+
+    // Must run before the application object is created: settles the process's environment.
+    static void prepareEnvironment();
+    // Connects to the main process, shows its state and serves it until the link ends. Returns the exit code.
+    [[nodiscard]] static int run(QApplication& application);
+
+private:
+    static void wire(QApplication& application, MinibarClient& client, RemoteMiniBarWindow& window);
+};

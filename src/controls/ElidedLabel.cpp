@@ -1,0 +1,101 @@
+#include "controls/ElidedLabel.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+
+namespace Controls {
+
+ElidedLabel::ElidedLabel(QWidget* parent, int lines)
+    : QLabel(parent)
+    , m_lines(lines)
+{
+    setTextFormat(Qt::PlainText);
+}
+
+void ElidedLabel::setSmallestSize(int pixels)
+{
+    m_smallestSize = pixels;
+    update();
+}
+
+QStringList ElidedLabel::shownLines() const
+{
+    const QFontMetrics metrics(fittingFont());
+    const int width = contentsRect().width();
+    const QString whole = text();
+    if (m_lines == 1 || metrics.horizontalAdvance(whole) <= width) {
+        return {metrics.elidedText(whole, Qt::ElideRight, width)};
+    }
+    QStringList lines;
+    QTextLayout layout(whole, font());
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        if (lines.size() == m_lines - 1) {
+            lines.append(metrics.elidedText(whole.mid(line.textStart()), Qt::ElideRight, width));
+            break;
+        }
+        lines.append(whole.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    return lines;
+}
+
+bool ElidedLabel::isCut() const
+{
+    const auto withoutBlanks = [](QString text) { return text.remove(QLatin1Char(' ')); };
+    return withoutBlanks(shownLines().join(QString())) != withoutBlanks(text());
+}
+
+QFont ElidedLabel::fittingFont() const
+{
+    QFont fitting = font();
+    if (m_lines > 1 || m_smallestSize == 0) {
+        return fitting;
+    }
+    const int width = contentsRect().width();
+    int size = QFontInfo(fitting).pixelSize();
+    while (size > m_smallestSize && QFontMetrics(fitting).horizontalAdvance(text()) > width) {
+        fitting.setPixelSize(--size);
+    }
+    return fitting;
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    const QMargins margins = contentsMargins();
+    const QFontMetrics metrics = fontMetrics();
+    constexpr int roundedOff = 1; // advances are rounded, the elision is exact
+    return {metrics.horizontalAdvance(text()) + roundedOff + margins.left() + margins.right(),
+            metrics.height() * m_lines + margins.top() + margins.bottom()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {0, sizeHint().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    drawFrame(&painter);
+    painter.setFont(fittingFont());
+    const QString shown = shownLines().join(QLatin1Char('\n'));
+    style()->drawItemText(&painter, contentsRect(), int(alignment()), palette(), isEnabled(), shown,
+                          foregroundRole());
+}
+
+void ElidedLabel::changeEvent(QEvent* event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        emit metricsChanged();
+    }
+}
+
+} // namespace Controls

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "controls/NumberEntry.h"
+
+#include <QVector>
+#include <QWidget>
+#include <functional>
+
+namespace Controls {
+
+class KeypadKey;
+
+// The keys of the numeric keyboard on their grid: digits at the left, the keys that end the entry as a column
+// at the right, the largest unit on top. Each key names what it does to the entry; the keypad itself holds
+// none. Object names: "key0" to "key9", "keyPoint", "keySign", "keyBackspace", "keyClear", "keyStepDown",
+// "keyStepUp", "keyEnter" and "unitKey_" with the unit's text.
+class Keypad final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    using Action = std::function<NumberEntry::Accepted(NumberEntry&)>;
+
+    // An empty `stepText` stands for no step keys.
+    Keypad(const QVector<Unit>& units, const QString& stepText, QWidget* parent);
+
+    // Marks the key of the unit that is shown; -1 marks none.
+    void setCurrentUnit(int index);
+
+signals:
+    void pressed(const Controls::Keypad::Action& action);
+
+private:
+    struct Key;
+    KeypadKey* add(const Key& key);
+    void addDigits();
+    void addEditKeys(int firstRow, bool stacked);
+    void addStepKeys(int row, const QString& stepText);
+    void addEndKeys(const QVector<Unit>& units, int rows);
+
+    QVector<KeypadKey*> m_unitKeys;
+    int m_currentUnit = -1;
+};
+
+} // namespace Controls

@@ -1,0 +1,73 @@
+#include "controls/Marks.h"
+
+#include "controls/ThemeManager.h"
+
+#include <QPainter>
+#include <QStyleOption>
+#include <initializer_list>
+
+namespace Controls {
+namespace {
+
+constexpr double strokeWidth = 1.75; // pixels, as in the icons
+constexpr int ringWidth = 2;         // pixels
+
+// The points are fractions of the box.
+void paintStroke(QPainter& painter, const QRectF& box, const QColor& color,
+                 std::initializer_list<QPointF> points)
+{
+    QPolygonF line;
+    for (const QPointF& point : points) {
+        line.append({box.x() + point.x() * box.width(), box.y() + point.y() * box.height()});
+    }
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(line);
+    painter.restore();
+}
+
+} // namespace
+
+void paintTick(QPainter& painter, const QRect& box, const QColor& color)
+{
+    paintStroke(painter, box, color, {{0.08, 0.55}, {0.38, 0.85}, {0.92, 0.18}});
+}
+
+void paintChevron(QPainter& painter, const QRect& box, const QColor& color)
+{
+    paintStroke(painter, box, color, {{0.1, 0.35}, {0.5, 0.7}, {0.9, 0.35}});
+}
+
+void paintFocusRing(QPainter& painter, const QRect& rect)
+{
+    QPen pen(ThemeManager::instance().color(ThemeManager::FocusRing), ringWidth);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect.adjusted(1, 1, -1, -1));
+}
+
+bool marksFocus(Qt::FocusReason reason, bool markedBefore)
+{
+    switch (reason) {
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+        return markedBefore;
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void paintStyledBackground(QPainter& painter, const QWidget& widget)
+{
+    QStyleOption option;
+    option.initFrom(&widget);
+    widget.style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, &widget);
+}
+
+} // namespace Controls

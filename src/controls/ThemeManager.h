@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+
+namespace Controls {
+
+// The theme in force and its colour roles; the one process-wide object of the kit.
+class ThemeManager final : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum Theme { Dark = 0, Light = 1 };
+    Q_ENUM(Theme)
+
+    enum Role {
+        Surface,          // window background
+        Raised,           // titles, value line
+        Sunken,           // buttons, fields
+        Hovered,          // a button under the pointer
+        Pressed,          // a button held down
+        Border,           // 1 px lines
+        Text,             // values
+        SecondaryText,    // captions, units
+        DisabledText,     // any text of a control that cannot be used
+        Accent,           // checked, current
+        FocusRing,        // keyboard focus
+        On,               // switched on; always with a word or a mark as well
+        OnText,           // a text that stands on the On colour
+        Refused,          // a refusal's sentence
+        ListItemDefault,  // list row background
+        ListItemSelected, // current list row background
+        ListItemDisabled  // disabled list row text
+    };
+    Q_ENUM(Role)
+
+    static ThemeManager& instance();
+
+    [[nodiscard]] Theme theme() const { return m_theme; }
+    // Emits themeChanged when the theme differs from the one in force.
+    void setTheme(Theme theme);
+
+    // The colour of a role in the theme in force, or in a given one.
+    [[nodiscard]] QColor color(Role role) const { return color(role, m_theme); }
+    [[nodiscard]] static QColor color(Role role, Theme theme);
+
+signals:
+    void themeChanged(Controls::ThemeManager::Theme theme);
+
+private:
+    ThemeManager() = default;
+
+    Theme m_theme = Light;
+};
+
+} // namespace Controls

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+// The door of the host: a local server that only this user may enter, under a name nobody can guess.
+// One connection is let in; every further one is closed at once.
+class HelperListener final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // makeName gives a fresh server name at each call.
+    explicit HelperListener(std::function<QString()> makeName, QObject* parent = nullptr);
+
+    // Opens the door under the first free name; false with errorString() when there is none to be had.
+    [[nodiscard]] bool listen();
+    [[nodiscard]] QString serverName() const { return m_server.serverName(); }
+    [[nodiscard]] QString errorString() const { return m_server.errorString(); }
+    // From now on nobody finds the server; a connection that was let in stays.
+    void close();
+
+signals:
+    // The receiver takes the socket over by giving it a parent.
+    void entered(QLocalSocket* socket);
+
+private:
+    void admit();
+
+    std::function<QString()> m_makeName;
+    QLocalServer m_server;
+    bool m_occupied = false;
+};

@@ -1,0 +1,155 @@
+#include "minibar/EditorPopup.h"
+
+#include "controls/OverlayContainer.h"
+#include "controls/PopupWidget.h"
+#include "minibar/ScreenLayout.h"
+
+#include <QDialog>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <algorithm>
+
+namespace {
+
+constexpr int maximumWidth = 560;
+constexpr int bottomMargin = 5;
+
+QScreen* screenFor(const QRect& rect, const Placement::Screens& screens)
+{
+    for (int index : {screens.indexAt(rect.center()), screens.own, screens.primary}) {
+        if (index >= 0)
+            return QGuiApplication::screens().value(index);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+EditorPopup::EditorPopup(Names names, QWidget* bar)
+    : m_names(std::move(names))
+    , m_bar(bar)
+{}
+
+EditorPopup::~EditorPopup() = default;
+
+void EditorPopup::build(const QString& title, const std::function<QWidget*(QDialog*)>& makeEditor)
+{
+    m_host = new QWidget(m_bar, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    m_host->setObjectName(m_names.overlayHost);
+    m_host->setAttribute(Qt::WA_QuitOnClose, false);
+    m_host->setAttribute(Qt::WA_AcceptTouchEvents, true);
+    m_host->setAttribute(Qt::WA_TranslucentBackground, true);
+    m_host->setAttribute(Qt::WA_NoSystemBackground, true);
+    m_host->setStyleSheet(QStringLiteral("QWidget#%1 { background: transparent; }").arg(m_names.overlayHost));
+
+    m_overlay = new Controls::OverlayContainer(m_host);
+    m_overlay->setBlocksOutsideInput(true);
+    m_overlay->setOutsideInputHandler([this] { pressedOutside(); });
+
+    m_dialog = new QDialog(m_host);
+    m_dialog->setObjectName(m_names.dialog);
+    m_dialog->setModal(false);
+    m_dialog->setAttribute(Qt::WA_QuitOnClose, false);
+    m_dialog->setAttribute(Qt::WA_StyledBackground, true);
+    // Esc, or whatever else ends the dialog by itself.
+    connect(m_dialog, &QDialog::finished, this, &EditorPopup::close);
+
+    auto* layout = new QVBoxLayout(m_dialog);
+    layout->setContentsMargins(0, 0, 0, bottomMargin);
+    layout->setSpacing(0);
+    m_title = new QLabel(title, m_dialog);
+    m_title->setObjectName(QStringLiteral("titleLabel"));
+    m_title->setWordWrap(true);
+    layout->addWidget(m_title);
+    layout->addWidget(makeEditor(m_dialog));
+}
+
+void EditorPopup::setTitle(const QString& title)
+{
+    if (m_title->text() != title)
+        m_title->setText(title);
+}
+
+void EditorPopup::setStyleSheet(const QString& styleSheet)
+{
+    if (m_dialog->styleSheet() != styleSheet)
+        m_dialog->setStyleSheet(styleSheet);
+}
+
+void EditorPopup::open(const QWidget* button, const QRect& bar, bool clampHeight)
+{
+    const Placement::Screens screens = currentScreens(m_bar);
+    const QPoint anchor =
+        Placement::anchorBelow(QRect(button->mapTo(m_bar, QPoint(0, 0)), button->size()), bar);
+    const QRect available = Placement::screenRect(screens, anchor);
+
+    m_dialog->adjustSize();
+    QSize size = m_dialog->sizeHint().expandedTo(m_dialog->minimumSizeHint());
+    size.setWidth(std::min(available.width(), maximumWidth));
+    if (clampHeight)
+        size.setHeight(std::max(1, std::min(size.height(), available.height())));
+    const QRect rect = Placement::popupRect(anchor, size, bar, screens);
+
+    QScreen* const screen = screenFor(rect, screens);
+    if (!screen)
+        return;
+    m_open = true;
+    m_host->winId(); // a native window, so that it can be put on the screen before it shows
+    m_host->windowHandle()->setScreen(screen);
+    m_host->setGeometry(screen->geometry());
+    m_dialog->resize(rect.size());
+    m_dialog->move(rect.topLeft() - screen->geometry().topLeft());
+    m_overlay->setActiveDialog(m_dialog);
+    m_host->show();
+    m_host->raise();
+    m_overlay->prepareForShow();
+    m_dialog->show();
+    m_dialog->raise();
+}
+
+void EditorPopup::close()
+{
+    if (!m_open)
+        return;
+    m_open = false;
+    emit closing();
+    (void)closeDropDown();
+    m_dialog->hide();
+    m_overlay->setActiveDialog(nullptr);
+    m_host->hide();
+}
+
+bool EditorPopup::owns(const QObject* object) const
+{
+    for (; object; object = object->parent()) {
+        if (object == m_host)
+            return m_host != nullptr;
+    }
+    return false;
+}
+
+void EditorPopup::pressedOutside()
+{
+    if (!closeDropDown() && !m_dropDownJustClosed.isSet())
+        close();
+}
+
+void EditorPopup::dropDownChanged(PopupWidget* dropDown, bool visible)
+{
+    m_dropDownJustClosed.set();
+    if (visible)
+        m_dropDown = dropDown;
+    else if (m_dropDown == dropDown)
+        m_dropDown = nullptr;
+}
+
+bool EditorPopup::closeDropDown()
+{
+    if (!m_dropDown || !m_dropDown->isVisible())
+        return false;
+    m_dropDown->close();
+    return true;
+}

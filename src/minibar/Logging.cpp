@@ -1,0 +1,3 @@
+#include "minibar/Logging.h"
+
+Q_LOGGING_CATEGORY(lcWindow, "tarvinel.window", QtWarningMsg)

@@ -1,0 +1,119 @@
+#include "minibar/ModMenu.h"
+
+#include "minibar/Placement.h"
+#include "minibar/ScreenLayout.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QMenu>
+#include <QMouseEvent>
+
+namespace {
+
+// The item's caption: its name in the user's language, or its text when it has no name; on one line, shown as
+// it stands.
+QString actionText(const ModBusinessEntry& business)
+{
+    QString text = business.name.isEmpty() ? business.text
+                                           : QCoreApplication::translate("RemoteMiniBarWindow",
+                                                                         business.name.toUtf8().constData());
+    text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return text.simplified().replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+ModMenu::ModMenu(QWidget* bar)
+    : m_bar(bar)
+{}
+
+ModMenu::~ModMenu() = default;
+
+void ModMenu::create()
+{
+    m_menu = new QMenu(m_bar);
+    m_menu->setObjectName(QStringLiteral("miniBarModMenu"));
+    // The press that closes the menu does nothing else.
+    m_menu->setAttribute(Qt::WA_NoMouseReplay, true);
+    m_menu->installEventFilter(this);
+    connect(m_menu, &QMenu::aboutToHide, this, [this] { m_justHidden.set(); });
+    connect(m_menu, &QMenu::triggered, this,
+            [this](const QAction* action) { emit businessChosen(action->data().toString()); });
+}
+
+void ModMenu::rebuild(const QVector<ModBusinessEntry>& businesses)
+{
+    if (!m_menu)
+        create();
+    m_menu->clear();
+    for (const ModBusinessEntry& business : businesses) {
+        QAction* action = m_menu->addAction(actionText(business));
+        action->setCheckable(true);
+        action->setData(business.id);
+    }
+    if (businesses.isEmpty())
+        hide();
+}
+
+void ModMenu::check(const QString& enabledBusinessId)
+{
+    if (!m_menu)
+        return;
+    const QList<QAction*> actions = m_menu->actions();
+    for (QAction* action : actions)
+        action->setChecked(!enabledBusinessId.isEmpty() && action->data().toString() == enabledBusinessId);
+}
+
+bool ModMenu::isEmpty() const
+{
+    return !m_menu || m_menu->isEmpty();
+}
+
+bool ModMenu::isVisible() const
+{
+    return m_menu && m_menu->isVisible();
+}
+
+bool ModMenu::owns(const QObject* object) const
+{
+    return m_menu && object == m_menu;
+}
+
+void ModMenu::open(const QWidget* button, const QRect& bar)
+{
+    const QPoint anchor =
+        Placement::anchorBelow(QRect(button->mapTo(m_bar, QPoint(0, 0)), button->size()), bar);
+    const QSize size = m_menu->sizeHint().expandedTo(m_menu->minimumSizeHint());
+    const QRect rect = Placement::popupRect(anchor, size, bar, currentScreens(m_bar));
+    m_menu->resize(rect.size());
+    m_menu->move(rect.topLeft());
+    m_openedAt = QCursor::pos();
+    m_sinceOpened.start();
+    m_menu->popup(rect.topLeft());
+}
+
+void ModMenu::hide()
+{
+    if (isVisible())
+        m_menu->hide();
+}
+
+bool ModMenu::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        m_swallowRelease = belongsToOpeningClick(static_cast<const QMouseEvent*>(event)->globalPos());
+        return m_swallowRelease;
+    case QEvent::MouseButtonRelease:
+        return std::exchange(m_swallowRelease, false);
+    default:
+        return QObject::eventFilter(watched, event);
+    }
+}
+
+bool ModMenu::belongsToOpeningClick(const QPoint& globalPosition) const
+{
+    return !m_sinceOpened.hasExpired(QApplication::doubleClickInterval()) &&
+           (globalPosition - m_openedAt).manhattanLength() < QApplication::startDragDistance();
+}

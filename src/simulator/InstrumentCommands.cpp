@@ -1,0 +1,117 @@
+#include "simulator/InstrumentCommands.h"
+
+#include "link/Keys.h"
+#include "simulator/ErrorTexts.h"
+#include "simulator/SignalGenerator.h"
+#include "utils/NumberText.h"
+
+#include <QCoreApplication>
+
+namespace Simulator {
+
+namespace Commands = MinibarHelperProtocol::Commands;
+namespace Errors = MinibarHelperProtocol::Errors;
+namespace Keys = MinibarHelperProtocol::Keys;
+using Host::Response;
+using Outcome = SignalGenerator::Outcome;
+
+namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("Simulator", text);
+}
+
+Response refusal(QLatin1String code)
+{
+    return Response::failure(code, errorText(code));
+}
+
+Response invalid(const QString& sentence)
+{
+    return Response::failure(Errors::INVALID_ARG, sentence);
+}
+
+Response answerTo(Outcome outcome, const QString& limits)
+{
+    switch (outcome) {
+    case Outcome::Done:
+        return Response::success();
+    case Outcome::NotOpen:
+        return refusal(Errors::NOT_OPEN);
+    case Outcome::OutOfRange:
+        return invalid(limits);
+    }
+    return refusal(Errors::INTERNAL_ERROR);
+}
+
+Response setOutput(SignalGenerator& instrument, const QJsonObject& arguments)
+{
+    const QJsonValue enabled = arguments.value(Keys::enabled);
+    if (!enabled.isBool())
+        return invalid(translated("'%1' must be true or false.").arg(Keys::enabled));
+    return answerTo(instrument.setRfOn(enabled.toBool()), QString());
+}
+
+Response setFrequency(SignalGenerator& instrument, const QJsonObject& arguments)
+{
+    const QJsonValue hz = arguments.value(Keys::hz);
+    if (!hz.isDouble())
+        return invalid(translated("'%1' must be a number.").arg(Keys::hz));
+    return answerTo(instrument.setCenterHz(hz.toDouble()),
+                    translated("The frequency must lie between %1 and %2.")
+                        .arg(Utils::normalizeFrequency(SignalGenerator::minimumHz, true, true),
+                             Utils::normalizeFrequency(SignalGenerator::maximumHz, true, true)));
+}
+
+Response setLevel(SignalGenerator& instrument, const QJsonObject& arguments)
+{
+    const QJsonValue dbm = arguments.value(Keys::dbm);
+    if (!dbm.isDouble())
+        return invalid(translated("'%1' must be a number.").arg(Keys::dbm));
+    return answerTo(instrument.setLevelDbm(dbm.toDouble()),
+                    translated("The level must lie between %1 and %2 dBm.")
+                        .arg(SignalGenerator::minimumDbm)
+                        .arg(SignalGenerator::maximumDbm));
+}
+
+Response readState(SignalGenerator& /*instrument*/, const QJsonObject& /*arguments*/)
+{
+    return Response::success(); // the state goes with every success
+}
+
+Response notSupported(SignalGenerator& /*instrument*/, const QJsonObject& /*arguments*/)
+{
+    return refusal(Errors::NOT_SUPPORTED);
+}
+
+struct Command
+{
+    QLatin1String name;
+    Response (*execute)(SignalGenerator& instrument, const QJsonObject& arguments);
+    bool needsOpen; // refused before its arguments are looked at
+};
+
+// Everything the simulated main process understands.
+const Command commands[] = {
+    {Commands::OUTP_STAT, setOutput, true},        {Commands::SOUR_FREQ_CENT, setFrequency, true},
+    {Commands::SOUR_POW_LEV, setLevel, true},      {Commands::SOUR_SWEEP_CONF, notSupported, true},
+    {Commands::SOUR_MOD_CONF, notSupported, true}, {Commands::STAT_SNAP_, readState, false},
+};
+
+} // namespace
+
+Response execute(SignalGenerator& instrument, const QString& command, const QJsonObject& arguments)
+{
+    for (const Command& row : commands) {
+        if (row.name != command)
+            continue;
+        if (row.needsOpen && !instrument.isOpen())
+            return refusal(Errors::NOT_OPEN);
+        return row.execute(instrument, arguments);
+    }
+    return Response::failure(Errors::NOT_SUPPORTED,
+                             translated("The command '%1' is not known.").arg(command.left(40)));
+}
+
+} // namespace Simulator

@@ -1,0 +1,51 @@
+#include "simulator/SignalGenerator.h"
+
+namespace Simulator {
+
+namespace {
+
+// A NaN lies nowhere.
+bool liesWithin(double value, double minimum, double maximum)
+{
+    return value >= minimum && value <= maximum;
+}
+
+} // namespace
+
+template <typename Value>
+SignalGenerator::Outcome SignalGenerator::take(Value& member, Value value)
+{
+    if (!m_open)
+        return Outcome::NotOpen;
+    if (member != value) {
+        member = value;
+        emit changed();
+    }
+    return Outcome::Done;
+}
+
+void SignalGenerator::setOpen(bool open)
+{
+    if (m_open == open)
+        return;
+    m_open = open;
+    m_rfOn = false;
+    emit changed();
+}
+
+SignalGenerator::Outcome SignalGenerator::setRfOn(bool on)
+{
+    return take(m_rfOn, on);
+}
+
+SignalGenerator::Outcome SignalGenerator::setCenterHz(double hz)
+{
+    return liesWithin(hz, minimumHz, maximumHz) ? take(m_centerHz, hz) : Outcome::OutOfRange;
+}
+
+SignalGenerator::Outcome SignalGenerator::setLevelDbm(double dbm)
+{
+    return liesWithin(dbm, minimumDbm, maximumDbm) ? take(m_levelDbm, dbm) : Outcome::OutOfRange;
+}
+
+} // namespace Simulator

@@ -1,0 +1,75 @@
+#include "simulator/SnapshotWriter.h"
+
+#include "link/Keys.h"
+#include "simulator/SignalGenerator.h"
+#include "utils/NumberText.h"
+
+#include <QJsonArray>
+
+namespace Simulator {
+
+namespace Keys = MinibarHelperProtocol::Keys;
+
+namespace {
+
+constexpr int levelDecimals = 3;
+
+QJsonObject transmitterSection(const SignalGenerator& instrument)
+{
+    QJsonObject section{{Keys::rf, instrument.isRfOn()}};
+    if (!instrument.isOpen())
+        return section;
+    const QString centerText = Utils::normalizeFrequency(instrument.centerHz(), true, true);
+    const QString levelUnit = QStringLiteral("dBm");
+    section.insert(Keys::centerHz, instrument.centerHz());
+    section.insert(Keys::centerText, centerText);
+    section.insert(Keys::centerUnit, centerText.section(QLatin1Char(' '), -1));
+    section.insert(Keys::levelDbm, instrument.levelDbm());
+    section.insert(Keys::levelText, QString(Utils::toString(instrument.levelDbm(), levelDecimals, true) +
+                                            QLatin1Char(' ') + levelUnit));
+    section.insert(Keys::levelUnit, levelUnit);
+    return section;
+}
+
+QJsonObject modulationSection(const SignalGenerator& /*instrument*/)
+{
+    return {{Keys::enabled, false}, {Keys::businesses, QJsonArray()}};
+}
+
+struct Section
+{
+    QLatin1String key;
+    QJsonObject (*write)(const SignalGenerator& instrument);
+};
+
+// The sections of a snapshot. An instrument without a sweep tells none.
+const Section sections[] = {
+    {Keys::tx, transmitterSection},
+    {Keys::mod, modulationSection},
+};
+
+} // namespace
+
+QJsonObject snapshotOf(const SignalGenerator& instrument)
+{
+    QJsonObject snapshot;
+    for (const Section& section : sections)
+        snapshot.insert(section.key, section.write(instrument));
+    return snapshot;
+}
+
+QJsonObject merged(QJsonObject target, const QJsonObject& patch)
+{
+    for (auto it = patch.begin(); it != patch.end(); ++it) {
+        const QJsonValue value = it.value();
+        if (value.isNull())
+            target.remove(it.key());
+        else if (value.isObject())
+            target.insert(it.key(), merged(target.value(it.key()).toObject(), value.toObject()));
+        else
+            target.insert(it.key(), value);
+    }
+    return target;
+}
+
+} // namespace Simulator

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "support/Accessibility.h"
+#include "support/Desktop.h"
+#include "support/PrivateDisplay.h"
+
+// The bar of a real helper on a real display: what the user can point at, and what is seen of it.
+class BarView
+{
+public:
+    enum Button { Rf, Frequency, Level, Sweep, Mod };
+
+    static constexpr int width = 134; // of the bar in both modes, pixels
+
+    // Both must have been started and outlive the view.
+    BarView(const TestSupport::PrivateDisplay& display, const TestSupport::Accessibility& accessibility);
+
+    // Waits for the one window of the helper, which shows its bar collapsed.
+    [[nodiscard]] bool attach(qint64 helperId);
+
+    [[nodiscard]] const TestSupport::Desktop& desktop() const { return m_desktop; }
+    // What the X server says about the bar; an empty record when it is not on the screen.
+    [[nodiscard]] TestSupport::WindowFacts bar() const;
+    [[nodiscard]] QRect geometry() const { return bar().geometry; }
+    [[nodiscard]] bool waitForOpacity(double opacity) const;
+    [[nodiscard]] bool isExpanded() const;
+    // Clicks the toggle at the foot of the bar and waits until it has the other mode.
+    [[nodiscard]] bool expand();
+    [[nodiscard]] bool collapse();
+
+    // Where to point, in screen pixels.
+    [[nodiscard]] QPoint centre(Button button) const;
+    [[nodiscard]] QPoint corner(Button button) const; // inside the button, away from its texts
+    [[nodiscard]] QPoint toggle() const;
+    [[nodiscard]] QPoint restore() const;
+    [[nodiscard]] bool click(const QPoint& position) const { return m_desktop.click(position); }
+    // Moves the pointer off the bar.
+    [[nodiscard]] bool leave() const;
+
+    // The value that a button shows, through the accessibility bus.
+    [[nodiscard]] QString shown(Button button) const;
+
+    // Clicks a button and waits until its keypad has the keyboard.
+    [[nodiscard]] bool openKeypad(Button button);
+    // Whether the helper shows any window besides the bar.
+    [[nodiscard]] bool isKeypadOpen() const;
+    // Clicks a key of the open keypad, given by its accessible name.
+    [[nodiscard]] bool clickKey(const QString& name) const;
+    // What the open keypad says under its value: the limits or a refusal.
+    [[nodiscard]] QString keypadRemark() const;
+
+private:
+    [[nodiscard]] std::optional<TestSupport::WindowFacts> window(const QString& title) const;
+
+    TestSupport::Desktop m_desktop;
+    const TestSupport::Accessibility& m_accessibility;
+    qint64 m_helperId = 0;
+    TestSupport::WindowId m_bar = 0;
+    TestSupport::WindowId m_keypad = 0;
+    int m_collapsedHeight = 0;
+};

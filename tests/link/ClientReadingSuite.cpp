@@ -156,7 +156,7 @@ void ClientReadingSuite::slowReceiversLeaveTheEventLoopItsTurn()
     constexpr int count = 200;
     int handled = 0;
     connect(&f.client, &MinibarClient::snapshotReceived, &f.client, [&] {
-        QThread::msleep(1);
+        QThread::msleep(1); // slow on purpose
         ++handled;
     });
     // Another member of the event loop, as painting is: how many lines go by between two of its turns.
@@ -188,7 +188,7 @@ void ClientReadingSuite::moreThanTheBufferHoldsComesInOrder()
     connect(&f.client, &MinibarClient::snapshotReceived, &f.client, [&](const QJsonObject& snapshot) {
         inOrder = sequenceOf(snapshot) == next++ && inOrder;
         if (next <= slow)
-            QThread::msleep(5);
+            QThread::msleep(5); // slow on purpose
     });
     QByteArray burst;
     for (int i = 1; i <= count; ++i)

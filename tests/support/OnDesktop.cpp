@@ -20,7 +20,10 @@ int main(int argc, char* argv[])
         return 2;
     }
     QProcess program;
-    program.setProcessEnvironment(display.environment());
+    QProcessEnvironment environment = display.environment();
+    // As the product sets it for itself; the software GL driver also leaks when it is unloaded.
+    environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
+    program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::ForwardedChannels);
     program.start(arguments.takeFirst(), arguments);
     if (!program.waitForFinished(-1) || program.exitStatus() != QProcess::NormalExit) {

@@ -240,6 +240,32 @@ void XConnection::sendToRoot(WindowId window, const char* message, quint32 first
     xcb_flush(m_connection);
 }
 
+WindowId XConnection::createWindow() const
+{
+    const WindowId window = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_flush(m_connection);
+    return window;
+}
+
+void XConnection::map(WindowId window) const
+{
+    xcb_map_window(m_connection, window);
+    xcb_flush(m_connection);
+}
+
+void XConnection::destroy(WindowId window) const
+{
+    xcb_destroy_window(m_connection, window);
+    xcb_flush(m_connection);
+}
+
+bool XConnection::isManaged(WindowId window) const
+{
+    return words(m_root, "_NET_CLIENT_LIST").contains(window);
+}
+
 void XConnection::setRootText(const char* property, const QByteArray& text) const
 {
     constexpr quint8 bitsPerElement = 8;

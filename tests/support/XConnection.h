@@ -61,6 +61,12 @@ public:
 
     // Asks the window manager to close the window, as its menu or Alt+F4 would.
     void requestClose(WindowId window) const;
+    // A tiny window of our own, to see what becomes of it. map() asks for it to be shown.
+    [[nodiscard]] WindowId createWindow() const;
+    void map(WindowId window) const;
+    void destroy(WindowId window) const;
+    // Whether the window manager lists it among its windows (_NET_CLIENT_LIST).
+    [[nodiscard]] bool isManaged(WindowId window) const;
     // Sets a text property of the root window.
     void setRootText(const char* property, const QByteArray& text) const;
 

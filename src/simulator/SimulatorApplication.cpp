@@ -94,6 +94,9 @@ void SimulatorApplication::quit()
 
 int runSimulator(int& argc, char** argv)
 {
+    // A widgets program: the GL integration would only cost time and memory.
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("TarvinelSimulator"));
     QApplication::setQuitOnLastWindowClosed(false); // it goes on behind the mini bar

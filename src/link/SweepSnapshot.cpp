@@ -54,7 +54,7 @@ bool readSupportedPlans(const QJsonObject& object, QVector<SweepPlanId>* target,
     QJsonArray words;
     if (!readArray(object, Keys::supportedPlanIds, &words, error))
         return false;
-    for (const QJsonValue word : words) {
+    for (const QJsonValue word : qAsConst(words)) {
         if (!word.isString())
             return fail(error, QStringLiteral("Sweep plan ids must be strings."));
         const SweepPlanId plan = planOfWord(word.toString());

@@ -14,6 +14,20 @@ QString modeName(const QSize& size)
     return QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
 }
 
+// Window managers announce themselves before they are ready, and openbox loses a window that comes in
+// between: only when one of ours has come and gone is it at work.
+bool manages(const XConnection& connection)
+{
+    const WindowId window = connection.createWindow();
+    const bool came = waitUntil([&] {
+        connection.map(window);
+        return connection.isManaged(window);
+    });
+    connection.destroy(window);
+    return came &&
+           waitUntil([&] { return !connection.isManaged(window) && connection.activeWindow() != window; });
+}
+
 } // namespace
 
 PrivateDisplay::PrivateDisplay(const QString& windowManager, const ScreenSetup& setup)
@@ -75,9 +89,9 @@ bool PrivateDisplay::startWindowManager()
     const XConnection connection(m_name);
     if (!connection.isValid())
         return fail(QStringLiteral("no connection to display ") + m_name);
-    const bool ready =
-        waitUntil([&] { return connection.hasWindowManager() || m_manager.state() == QProcess::NotRunning; });
-    if (!ready || m_manager.state() == QProcess::NotRunning)
+    const auto ended = [this] { return m_manager.state() == QProcess::NotRunning; };
+    if (!waitUntil([&] { return connection.hasWindowManager() || ended(); }) || ended() ||
+        !manages(connection))
         return fail(manager->name + QStringLiteral(" did not start: ") +
                     QString::fromLocal8Bit(m_manager.readAllStandardError()));
     return true;

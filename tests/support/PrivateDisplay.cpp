@@ -24,8 +24,7 @@ bool manages(const XConnection& connection)
         return connection.isManaged(window);
     });
     connection.destroy(window);
-    return came &&
-           waitUntil([&] { return !connection.isManaged(window) && connection.activeWindow() != window; });
+    return came && waitUntil([&] { return !connection.isManaged(window); });
 }
 
 } // namespace

@@ -1,11 +1,14 @@
 #include "simulator/InstrumentCommands.h"
 
 #include "link/Keys.h"
+#include "link/SweepSnapshot.h"
 #include "simulator/ErrorTexts.h"
 #include "simulator/SignalGenerator.h"
 #include "utils/NumberText.h"
 
 #include <QCoreApplication>
+
+#include <cmath>
 
 namespace Simulator {
 
@@ -75,6 +78,34 @@ Response setLevel(SignalGenerator& instrument, const QJsonObject& arguments)
                         .arg(SignalGenerator::maximumDbm));
 }
 
+Response answerTo(const Verdict& verdict)
+{
+    return verdict ? Response::failure(verdict->code, verdict->sentence) : Response::success();
+}
+
+// A number without a fraction. It is not judged further: a revision that never was is another one.
+bool readRevision(const QJsonObject& arguments, int* target)
+{
+    const QJsonValue value = arguments.value(Keys::expectedRevision);
+    const double number = value.toDouble();
+    if (!value.isDouble() || number != std::floor(number))
+        return false;
+    *target = value.toInt(); // 0, which is no revision, when it does not fit
+    return true;
+}
+
+Response changeSweep(SignalGenerator& instrument, const QJsonObject& arguments)
+{
+    int expectedRevision = 0;
+    if (!readRevision(arguments, &expectedRevision))
+        return invalid(translated("'%1' must be a whole number.").arg(Keys::expectedRevision));
+    SweepSettings wanted;
+    QString fault;
+    if (!MinibarHelperProtocol::parseSweepSettings(arguments, &wanted, &fault))
+        return invalid(fault);
+    return answerTo(instrument.changeSweep(wanted, expectedRevision));
+}
+
 Response readState(SignalGenerator& /*instrument*/, const QJsonObject& /*arguments*/)
 {
     return Response::success(); // the state goes with every success
@@ -89,29 +120,46 @@ struct Command
 {
     QLatin1String name;
     Response (*execute)(SignalGenerator& instrument, const QJsonObject& arguments);
-    bool needsOpen; // refused before its arguments are looked at
+    bool needsOpen;   // refused before its arguments are looked at
+    bool isAnnounced; // what it changes is pushed as well
 };
 
 // Everything the simulated main process understands.
 const Command commands[] = {
-    {Commands::OUTP_STAT, setOutput, true},        {Commands::SOUR_FREQ_CENT, setFrequency, true},
-    {Commands::SOUR_POW_LEV, setLevel, true},      {Commands::SOUR_SWEEP_CONF, notSupported, true},
-    {Commands::SOUR_MOD_CONF, notSupported, true}, {Commands::STAT_SNAP_, readState, false},
+    {Commands::OUTP_STAT, setOutput, true, false},
+    {Commands::SOUR_FREQ_CENT, setFrequency, true, false},
+    {Commands::SOUR_POW_LEV, setLevel, true, false},
+    {Commands::SOUR_SWEEP_CONF, changeSweep, true, true},
+    {Commands::SOUR_MOD_CONF, notSupported, true, true},
+    {Commands::STAT_SNAP_, readState, false, false},
 };
+
+const Command* find(const QString& name)
+{
+    for (const Command& row : commands) {
+        if (row.name == name)
+            return &row;
+    }
+    return nullptr;
+}
 
 } // namespace
 
 Response execute(SignalGenerator& instrument, const QString& command, const QJsonObject& arguments)
 {
-    for (const Command& row : commands) {
-        if (row.name != command)
-            continue;
-        if (row.needsOpen && !instrument.isOpen())
-            return refusal(Errors::NOT_OPEN);
-        return row.execute(instrument, arguments);
-    }
-    return Response::failure(Errors::NOT_SUPPORTED,
-                             translated("The command '%1' is not known.").arg(command.left(40)));
+    const Command* row = find(command);
+    if (!row)
+        return Response::failure(Errors::NOT_SUPPORTED,
+                                 translated("The command '%1' is not known.").arg(command.left(40)));
+    if (row->needsOpen && !instrument.isOpen())
+        return refusal(Errors::NOT_OPEN);
+    return row->execute(instrument, arguments);
+}
+
+bool isAnnounced(const QString& command)
+{
+    const Command* row = find(command);
+    return row && row->isAnnounced;
 }
 
 } // namespace Simulator

@@ -1,5 +1,8 @@
 #include "simulator/SignalGenerator.h"
 
+#include "link/Keys.h"
+#include "simulator/ErrorTexts.h"
+
 namespace Simulator {
 
 namespace {
@@ -46,6 +49,28 @@ SignalGenerator::Outcome SignalGenerator::setCenterHz(double hz)
 SignalGenerator::Outcome SignalGenerator::setLevelDbm(double dbm)
 {
     return liesWithin(dbm, minimumDbm, maximumDbm) ? take(m_levelDbm, dbm) : Outcome::OutOfRange;
+}
+
+Verdict SignalGenerator::changeSweep(const SweepSettings& wanted, int expectedRevision)
+{
+    namespace Errors = MinibarHelperProtocol::Errors;
+    if (!m_open)
+        return Refusal{Errors::NOT_OPEN, errorText(Errors::NOT_OPEN)};
+    const int before = sweep().revision;
+    const Verdict verdict = m_sweep.change(wanted, expectedRevision);
+    if (sweep().revision != before)
+        emit changed();
+    return verdict;
+}
+
+void SignalGenerator::turnSweep(const SweepTurn& turn)
+{
+    if (!m_open)
+        return;
+    const int before = sweep().revision;
+    m_sweep.turn(turn);
+    if (sweep().revision != before)
+        emit changed();
 }
 
 } // namespace Simulator

@@ -1,5 +1,6 @@
 #include "simulator/InstrumentCommands.h"
 
+#include "link/ChangeRequests.h"
 #include "link/Keys.h"
 #include "link/SweepSnapshot.h"
 #include "simulator/ErrorTexts.h"
@@ -9,6 +10,7 @@
 #include <QCoreApplication>
 
 #include <cmath>
+#include <limits>
 
 namespace Simulator {
 
@@ -47,6 +49,8 @@ Response answerTo(Outcome outcome, const QString& limits)
     }
     return refusal(Errors::INTERNAL_ERROR);
 }
+
+constexpr int noSuchRevision = std::numeric_limits<int>::max();
 
 Response setOutput(SignalGenerator& instrument, const QJsonObject& arguments)
 {
@@ -90,7 +94,7 @@ bool readRevision(const QJsonObject& arguments, int* target)
     const double number = value.toDouble();
     if (!value.isDouble() || number != std::floor(number))
         return false;
-    *target = value.toInt(); // 0, which is no revision, when it does not fit
+    *target = value.toInt(noSuchRevision);
     return true;
 }
 
@@ -106,14 +110,45 @@ Response changeSweep(SignalGenerator& instrument, const QJsonObject& arguments)
     return answerTo(instrument.changeSweep(wanted, expectedRevision));
 }
 
+// A key that may be absent but must not hold anything else.
+struct Optional
+{
+    QLatin1String key;
+    QJsonValue::Type type;
+    const char* fault;
+};
+
+const Optional optionals[] = {
+    {Keys::enabled, QJsonValue::Bool, "'%1' must be true or false."},
+    {Keys::action, QJsonValue::String, "'%1' must be a text."},
+    {Keys::args, QJsonValue::Object, "'%1' must be an object."},
+    {Keys::profile, QJsonValue::Object, "'%1' must be an object."},
+};
+
+Response changeModulation(SignalGenerator& instrument, const QJsonObject& arguments)
+{
+    if (!arguments.value(Keys::businessId).isString())
+        return invalid(translated("'%1' must be a text.").arg(Keys::businessId));
+    MinibarHelperProtocol::ModChangeRequest wanted;
+    if (arguments.contains(Keys::expectedRevision) && !readRevision(arguments, &wanted.expectedRevision))
+        return invalid(translated("'%1' must be a whole number.").arg(Keys::expectedRevision));
+    for (const Optional& row : optionals) {
+        if (arguments.contains(row.key) && arguments.value(row.key).type() != row.type)
+            return invalid(translated(row.fault).arg(row.key));
+    }
+    wanted.businessId = arguments.value(Keys::businessId).toString();
+    wanted.hasEnabled = arguments.contains(Keys::enabled);
+    wanted.enabled = arguments.value(Keys::enabled).toBool();
+    wanted.action = arguments.value(Keys::action).toString();
+    wanted.arguments = arguments.value(Keys::args).toObject();
+    wanted.hasProfile = arguments.contains(Keys::profile);
+    wanted.profile = arguments.value(Keys::profile).toObject();
+    return answerTo(instrument.changeModulation(wanted));
+}
+
 Response readState(SignalGenerator& /*instrument*/, const QJsonObject& /*arguments*/)
 {
     return Response::success(); // the state goes with every success
-}
-
-Response notSupported(SignalGenerator& /*instrument*/, const QJsonObject& /*arguments*/)
-{
-    return refusal(Errors::NOT_SUPPORTED);
 }
 
 struct Command
@@ -130,7 +165,7 @@ const Command commands[] = {
     {Commands::SOUR_FREQ_CENT, setFrequency, true, false},
     {Commands::SOUR_POW_LEV, setLevel, true, false},
     {Commands::SOUR_SWEEP_CONF, changeSweep, true, true},
-    {Commands::SOUR_MOD_CONF, notSupported, true, true},
+    {Commands::SOUR_MOD_CONF, changeModulation, true, true},
     {Commands::STAT_SNAP_, readState, false, false},
 };
 

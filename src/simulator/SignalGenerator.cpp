@@ -13,7 +13,20 @@ bool liesWithin(double value, double minimum, double maximum)
     return value >= minimum && value <= maximum;
 }
 
+Refusal notOpen()
+{
+    const QString code = MinibarHelperProtocol::Errors::NOT_OPEN;
+    return {code, errorText(code)};
+}
+
 } // namespace
+
+SignalGenerator::SignalGenerator(const QString& waveformFolder, QObject* parent)
+    : QObject(parent)
+    , m_modulation(waveformFolder)
+{
+    connect(&m_modulation, &ModulationBank::changed, this, &SignalGenerator::changed);
+}
 
 template <typename Value>
 SignalGenerator::Outcome SignalGenerator::take(Value& member, Value value)
@@ -53,14 +66,18 @@ SignalGenerator::Outcome SignalGenerator::setLevelDbm(double dbm)
 
 Verdict SignalGenerator::changeSweep(const SweepSettings& wanted, int expectedRevision)
 {
-    namespace Errors = MinibarHelperProtocol::Errors;
     if (!m_open)
-        return Refusal{Errors::NOT_OPEN, errorText(Errors::NOT_OPEN)};
+        return notOpen();
     const int before = sweep().revision;
     const Verdict verdict = m_sweep.change(wanted, expectedRevision);
     if (sweep().revision != before)
         emit changed();
     return verdict;
+}
+
+Verdict SignalGenerator::changeModulation(const MinibarHelperProtocol::ModChangeRequest& wanted)
+{
+    return m_open ? m_modulation.change(wanted) : notOpen();
 }
 
 void SignalGenerator::turnSweep(const SweepTurn& turn)

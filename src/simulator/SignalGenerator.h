@@ -2,6 +2,7 @@
 
 #include "simulator/instrument/InstrumentLimits.h"
 #include "simulator/instrument/Sweep.h"
+#include "simulator/modulation/ModulationBank.h"
 
 #include <QObject>
 
@@ -20,7 +21,8 @@ public:
 
     enum class Outcome { Done, NotOpen, OutOfRange };
 
-    using QObject::QObject;
+    // waveformFolder: of the quick waveforms; empty for none.
+    explicit SignalGenerator(const QString& waveformFolder = {}, QObject* parent = nullptr);
 
     [[nodiscard]] bool isOpen() const { return m_open; }
     [[nodiscard]] bool isRfOn() const { return m_rfOn; }
@@ -37,6 +39,9 @@ public:
     // The rules are those of Sweep; a closed instrument refuses with NOT_OPEN, or ignores the hand.
     [[nodiscard]] Verdict changeSweep(const SweepSettings& wanted, int expectedRevision);
     void turnSweep(const SweepTurn& turn);
+    [[nodiscard]] const ModulationBank& modulation() const { return m_modulation; }
+    // The rules are those of ModulationBank; a closed instrument refuses with NOT_OPEN.
+    [[nodiscard]] Verdict changeModulation(const MinibarHelperProtocol::ModChangeRequest& wanted);
 
 signals:
     // Once for every change; setting what is set already is none.
@@ -51,6 +56,7 @@ private:
     double m_centerHz = 1e9;
     double m_levelDbm = -20;
     Sweep m_sweep;
+    ModulationBank m_modulation;
 };
 
 } // namespace Simulator

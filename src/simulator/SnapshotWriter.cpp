@@ -47,9 +47,26 @@ QJsonObject sweepSection(const SignalGenerator& instrument)
     return section;
 }
 
-QJsonObject modulationSection(const SignalGenerator& /*instrument*/)
+QJsonObject itemSection(const ModulationBank::Entry& entry)
 {
-    return {{Keys::enabled, false}, {Keys::businesses, QJsonArray()}};
+    const ModulationItem& item = *entry.item;
+    return {{Keys::id, item.names().id},       {Keys::name, item.names().name},
+            {Keys::text, item.names().text},   {Keys::editorKind, item.names().id},
+            {Keys::editorState, item.state()}, {Keys::profile, item.profile()},
+            {Keys::revision, entry.revision}};
+}
+
+QJsonObject modulationSection(const SignalGenerator& instrument)
+{
+    QJsonArray items;
+    if (!instrument.isOpen())
+        return {{Keys::enabled, false}, {Keys::businesses, items}};
+    const ModulationBank& bank = instrument.modulation();
+    for (const ModulationBank::Entry& entry : bank.entries())
+        items.append(itemSection(entry));
+    return {{Keys::enabled, !bank.enabledId().isEmpty()},
+            {Keys::enabledBusinessId, bank.enabledId()},
+            {Keys::businesses, items}};
 }
 
 struct Section

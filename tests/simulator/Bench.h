@@ -1,28 +1,13 @@
 #pragma once
 
 #include "host/FakeHelper.h"
+#include "simulator/JsonTexts.h"
 #include "simulator/RequestDesk.h"
 #include "simulator/Scenario.h"
 #include "simulator/ScenarioTimeline.h"
 #include "simulator/SignalGenerator.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QtTest>
-
-// The object that this text is.
-inline QJsonObject object(const QByteArray& json)
-{
-    const QJsonDocument document = QJsonDocument::fromJson(json);
-    if (!document.isObject())
-        qFatal("No object: %s", json.constData());
-    return document.object();
-}
-
-inline QByteArray text(const QJsonObject& json)
-{
-    return QJsonDocument(json).toJson(QJsonDocument::Compact);
-}
 
 inline Simulator::Scenario scenarioOf(const QByteArray& json)
 {
@@ -36,11 +21,12 @@ inline Simulator::Scenario scenarioOf(const QByteArray& json)
 // A ready mini bar in front of a simulated instrument; the first snapshot has been heard.
 struct Bench
 {
-    explicit Bench(const QByteArray& json = "{}")
-        : Bench(scenarioOf(json))
+    explicit Bench(const QByteArray& json = "{}", const QString& waveformFolder = {})
+        : Bench(scenarioOf(json), waveformFolder)
     {}
-    explicit Bench(const Simulator::Scenario& scenario)
-        : desk(f.host, instrument, scenario)
+    explicit Bench(const Simulator::Scenario& scenario, const QString& waveformFolder = {})
+        : instrument(waveformFolder)
+        , desk(f.host, instrument, scenario)
         , timeline(f.host, desk, instrument, scenario.timeline)
     {
         scenario.initial.applyTo(instrument);

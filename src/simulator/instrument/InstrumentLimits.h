@@ -14,6 +14,7 @@ inline constexpr double maximumSampleRateHz = 125e6;
 inline constexpr double minimumSampleRateHz = 1e6; // slower waveforms are stored with more samples a symbol
 inline constexpr double maximumSamples = 26214400; // of the waveform memory
 inline constexpr double bytesOfSample = 4;         // I and Q, 16 bits each
+inline constexpr double oneSampleSeconds = 1 / maximumSampleRateHz;
 inline constexpr double maximumSeconds = maximumSamples / maximumSampleRateHz; // of a repeated waveform
 
 } // namespace Simulator::InstrumentLimits

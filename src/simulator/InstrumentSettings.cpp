@@ -3,9 +3,12 @@
 #include "link/Keys.h"
 #include "simulator/CheckedObject.h"
 #include "simulator/SignalGenerator.h"
+#include "simulator/modulation/ModulationBank.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
+
+#include <algorithm>
 
 namespace Simulator {
 
@@ -106,6 +109,22 @@ SweepTurn readSweep(const QJsonObject& object, const QString& path, QString& err
     return turn;
 }
 
+// The id of a modulation that can be switched on as it is, or an empty text for none.
+QString readModulation(CheckedObject& reader)
+{
+    const QJsonValue value = reader.any(Keys::enabledBusinessId);
+    const QString id = value.toString();
+    const ModulationBank bank({});
+    const auto canBeOn = [&id](const ModulationBank::Entry& entry) {
+        return entry.item->names().id == id && entry.item->reasonToStayOff().isEmpty();
+    };
+    const bool isKnown = id.isEmpty() || std::any_of(bank.entries().cbegin(), bank.entries().cend(), canBeOn);
+    if (!value.isString() || !isKnown)
+        reader.fault(Keys::enabledBusinessId,
+                     translated("must be the id of a modulation that needs no file, or empty"));
+    return id;
+}
+
 } // namespace
 
 InstrumentSettings readInstrumentSettings(const QJsonObject& object, const QString& path, QString& error)
@@ -120,6 +139,8 @@ InstrumentSettings readInstrumentSettings(const QJsonObject& object, const QStri
     if (reader.contains(Keys::sweep))
         settings.sweep =
             readSweep(reader.object(Keys::sweep).value_or(QJsonObject()), reader.pathOf(Keys::sweep), error);
+    if (reader.contains(Keys::enabledBusinessId))
+        settings.enabledBusinessId = readModulation(reader);
     if (settings.deviceOpen == false && settings.rf == true)
         reader.fault(Keys::rf, translated("cannot be on while the instrument is closed"));
     (void)reader.finish();
@@ -137,6 +158,8 @@ void InstrumentSettings::applyTo(SignalGenerator& instrument) const
         instrument.setLevelDbm(*levelDbm);
     if (sweep)
         instrument.turnSweep(*sweep);
+    if (enabledBusinessId)
+        instrument.turnModulation(*enabledBusinessId);
     if (rf)
         instrument.setRfOn(*rf);
     if (deviceOpen == false)

@@ -19,6 +19,7 @@ struct InstrumentSettings
     std::optional<double> centerHz; // hertz
     std::optional<double> levelDbm; // dBm
     std::optional<SweepTurn> sweep;
+    std::optional<QString> enabledBusinessId; // the modulation that is on; empty for none
 
     void applyTo(SignalGenerator& instrument) const;
 };

@@ -80,6 +80,15 @@ Verdict SignalGenerator::changeModulation(const MinibarHelperProtocol::ModChange
     return m_open ? m_modulation.change(wanted) : notOpen();
 }
 
+void SignalGenerator::turnModulation(const QString& id)
+{
+    MinibarHelperProtocol::ModChangeRequest wanted;
+    wanted.businessId = id.isEmpty() ? m_modulation.enabledId() : id;
+    wanted.hasEnabled = true;
+    wanted.enabled = !id.isEmpty();
+    (void)changeModulation(wanted);
+}
+
 void SignalGenerator::turnSweep(const SweepTurn& turn)
 {
     if (!m_open)

@@ -40,6 +40,8 @@ public:
     [[nodiscard]] Verdict changeSweep(const SweepSettings& wanted, int expectedRevision);
     void turnSweep(const SweepTurn& turn);
     [[nodiscard]] const ModulationBank& modulation() const { return m_modulation; }
+    // Switches that one on, or all off with an empty id; what cannot be is ignored.
+    void turnModulation(const QString& id);
     // The rules are those of ModulationBank; a closed instrument refuses with NOT_OPEN.
     [[nodiscard]] Verdict changeModulation(const MinibarHelperProtocol::ModChangeRequest& wanted);
 

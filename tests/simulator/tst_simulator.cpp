@@ -326,6 +326,10 @@ void TestSimulator::brokenScenarios_data()
         "initial.sweep: is refused: The stop level must lie above the start level (5 dBm).");
     row(R"({"timeline":[{"afterReady":0,"set":{"sweep":{"dwellSeconds":0}}}]})",
         "timeline[0].set.sweep.dwellSeconds: must be a number from 1e-06 to 100.");
+    row(R"({"timeline":[{"afterReady":0,"set":{"enabledBusinessId":"streaming"}}]})",
+        "timeline[0].set.enabledBusinessId: must be the id of a modulation that needs no file, or empty.");
+    row(R"({"initial":{"enabledBusinessId":"cw"}})",
+        "initial.enabledBusinessId: must be the id of a modulation that needs no file, or empty.");
     row(R"({"initial":{"levelDbm":20.1}})", "initial.levelDbm: must be a number from -120 to 20.");
     row(R"({"overlay":7})", "overlay: must be an object.");
     row(R"({"timeline":[{"show":true}]})", "timeline[0]: needs either 'afterReady' or 'afterVisible'.");

@@ -1,4 +1,5 @@
 #include "simulator/SweepTalk.h"
+#include "simulator/modulation/ItemTalk.h"
 
 #include <QDir>
 
@@ -27,6 +28,8 @@ private slots:
     void shippedScenarios();
     void shippedMalformedScenario();
     void shippedHandScenario();
+    void shippedModulationScenario();
+    void shippedConflictScenario();
     void everyShippedScenarioIsTested();
 };
 
@@ -86,13 +89,37 @@ void TestSimulatorScenarios::shippedHandScenario()
     QCOMPARE(revision(last), 4);
 }
 
+void TestSimulatorScenarios::shippedModulationScenario()
+{
+    Scenario scenario = shipped("modulation-fm-on.json");
+    scenario.timeline.first().delayMs = 10;
+    Bench bench(scenario);
+    QCOMPARE(enabledIn(bench.first), QStringLiteral("fm"));
+    QVERIFY(bench.f.host.sendShow());
+    QCOMPARE(bench.f.helper.hear(), QStringLiteral("SHOW_MINIBAR"));
+    bench.f.helper.say(QStringLiteral("VISIBLE"));
+    const QJsonObject pushed = bench.payload(QStringLiteral("EVT"));
+    QCOMPARE(enabledIn(pushed), QStringLiteral("am"));
+    QCOMPARE(itemIn(pushed, QStringLiteral("fm")).revision, 3);
+}
+
+void TestSimulatorScenarios::shippedConflictScenario()
+{
+    Bench bench(shipped("modulation-conflict.json"));
+    for (int i = 1; i <= 5; ++i) {
+        bench.ask(i, "SOUR:MOD:CONF", R"({"businessId":"am"})");
+        QCOMPARE(bench.errorCode(), i == 2 || i == 4 ? QStringLiteral("CONFLICT") : QString());
+    }
+}
+
 void TestSimulatorScenarios::everyShippedScenarioIsTested()
 {
     const QStringList files = QDir(QStringLiteral(SCENARIOS)).entryList(QDir::Files);
-    QCOMPARE(files, (QStringList{QStringLiteral("sweep-levels.json"), QStringLiteral("sweep-malformed.json"),
-                                 QStringLiteral("sweep-turned-by-hand.json"),
-                                 QStringLiteral("sweep-unavailable.json"),
-                                 QStringLiteral("sweep-unsupported-plan.json")}));
+    QCOMPARE(files, (QStringList{
+                        QStringLiteral("modulation-conflict.json"), QStringLiteral("modulation-fm-on.json"),
+                        QStringLiteral("sweep-levels.json"), QStringLiteral("sweep-malformed.json"),
+                        QStringLiteral("sweep-turned-by-hand.json"), QStringLiteral("sweep-unavailable.json"),
+                        QStringLiteral("sweep-unsupported-plan.json")}));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorScenarios)

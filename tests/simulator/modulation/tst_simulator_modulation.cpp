@@ -6,7 +6,7 @@
 int main(int argc, char* argv[])
 {
     const QCoreApplication app(argc, argv);
-    return runSuites(
-        {makeItemsSuite, makeBoundsSuite, makeProfilesSuite, makeWaveformsSuite, makeOverTheLinkSuite},
-        QCoreApplication::arguments());
+    return runSuites({makeItemsSuite, makeBoundsSuite, makeProfilesSuite, makeWaveformFileSuite,
+                      makeWaveformsSuite, makeOverTheLinkSuite},
+                     QCoreApplication::arguments());
 }

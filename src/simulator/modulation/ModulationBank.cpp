@@ -106,7 +106,7 @@ void ModulationBank::take(Entry& entry, std::unique_ptr<ModulationItem> item, bo
 void ModulationBank::finishWork(const QString& id)
 {
     Entry* entry = find(id);
-    if (!entry->item->hasWork())
+    if (!entry || !entry->item->hasWork())
         return;
     std::unique_ptr<ModulationItem> item = entry->item->clone();
     item->work();

@@ -69,6 +69,20 @@ void InfoButton::setText(const QString& text)
     rearrange();
 }
 
+void InfoButton::setReadOnly(bool readOnly)
+{
+    if (readOnly == m_readOnly) {
+        return;
+    }
+    m_readOnly = readOnly;
+    setFocusPolicy(readOnly ? Qt::NoFocus : Qt::StrongFocus);
+    if (testAttribute(Qt::WA_WState_Polished)) {
+        style()->unpolish(this);
+        style()->polish(this);
+    }
+    update();
+}
+
 Qt::Alignment InfoButton::textAlignment() const
 {
     return m_textLabel->alignment();
@@ -175,12 +189,20 @@ void InfoButton::tellCutTexts()
     }
 }
 
+bool InfoButton::hitButton(const QPoint& position) const
+{
+    return !m_readOnly && QAbstractButton::hitButton(position);
+}
+
 void InfoButton::paintEvent(QPaintEvent*)
 {
     QStyleOptionButton option;
     option.initFrom(this);
     option.features = QStyleOptionButton::Flat;
     option.state |= isChecked() ? QStyle::State_On : QStyle::State_Off;
+    if (m_readOnly) {
+        option.state &= ~QStyle::State_MouseOver;
+    }
     if (isDown()) {
         option.state |= QStyle::State_Sunken;
     }

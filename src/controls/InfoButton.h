@@ -11,12 +11,14 @@ class ElidedLabel;
 
 // A large flat button with a text in a child label "textLabel". A text that does not fit is elided and the
 // whole text becomes the tool tip, unless the button has a tool tip of its own. Space and Enter press it. Its
-// labels carry the checked state as their property "parentChecked", for style sheets.
-// In the global namespace because style sheets select it by name.
+// labels carry the checked state as their property "parentChecked", for style sheets. A read-only button
+// shows its texts like any other but cannot be pressed: it follows neither pointer nor keys. In the global
+// namespace because style sheets select it by name.
 class InfoButton : public QAbstractButton
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
+    Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
     Q_PROPERTY(Qt::Alignment textAlignment READ textAlignment WRITE setTextAlignment)
 
 public:
@@ -26,6 +28,8 @@ public:
     // The whole text, however much of it is shown.
     [[nodiscard]] QString text() const;
     void setText(const QString& text);
+    [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
+    void setReadOnly(bool readOnly);
     [[nodiscard]] Qt::Alignment textAlignment() const;
     void setTextAlignment(Qt::Alignment alignment);
 
@@ -51,6 +55,7 @@ protected:
     // To be called when a text or an alignment has changed.
     void rearrange();
 
+    [[nodiscard]] bool hitButton(const QPoint& position) const override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -63,5 +68,6 @@ private:
     QVector<Controls::ElidedLabel*> m_labels;
     Controls::ElidedLabel* m_textLabel;
     QString m_cutTexts; // the tool tip that stands for texts that are cut; empty when all fit
+    bool m_readOnly = false;
     bool m_focusByKeyboard = false;
 };

@@ -3,6 +3,7 @@
 #include "controls/ElidedLabel.h"
 #include "controls/InfoButtonAccessible.h"
 #include "controls/Marks.h"
+#include "controls/ThemeManager.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -12,6 +13,7 @@
 #include <algorithm>
 
 using Controls::ElidedLabel;
+using Controls::ThemeManager;
 
 namespace {
 
@@ -76,11 +78,15 @@ void InfoButton::setReadOnly(bool readOnly)
     }
     m_readOnly = readOnly;
     setFocusPolicy(readOnly ? Qt::NoFocus : Qt::StrongFocus);
-    if (testAttribute(Qt::WA_WState_Polished)) {
-        style()->unpolish(this);
-        style()->polish(this);
-    }
     update();
+}
+
+void InfoButton::setPressedColor(const QColor& color)
+{
+    if (color != m_pressedColor) {
+        m_pressedColor = color;
+        update();
+    }
 }
 
 Qt::Alignment InfoButton::textAlignment() const
@@ -196,21 +202,26 @@ bool InfoButton::hitButton(const QPoint& position) const
 
 void InfoButton::paintEvent(QPaintEvent*)
 {
+    QPainter painter(this);
+    if (m_readOnly) {
+        painter.setPen(ThemeManager::instance().color(ThemeManager::Border));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        return;
+    }
     QStyleOptionButton option;
     option.initFrom(this);
     option.features = QStyleOptionButton::Flat;
     option.state |= isChecked() ? QStyle::State_On : QStyle::State_Off;
-    if (m_readOnly) {
-        option.state &= ~QStyle::State_MouseOver;
-    }
     if (isDown()) {
         option.state |= QStyle::State_Sunken;
     }
-    QPainter painter(this);
     if (testAttribute(Qt::WA_StyleSheetTarget)) {
         style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
     } else {
         paintPlain(painter, option);
+    }
+    if (isDown() && m_pressedColor.isValid()) {
+        painter.fillRect(rect(), m_pressedColor);
     }
     if (hasFocus() && m_focusByKeyboard) {
         Controls::paintFocusRing(painter, rect());

@@ -6,12 +6,13 @@
 
 namespace {
 
+constexpr int usualHeight = 60; // pixels, as all of these
 constexpr int lineGap = 2;
 constexpr int columnGap = 8;
 constexpr int verticalInset = 10;
-constexpr int captionSize = 14;       // pixels
-constexpr int valueSize = 16;         // pixels
-constexpr int smallestValueSize = 12; // pixels
+constexpr int captionSize = 14;
+constexpr int valueSize = 16;
+constexpr int smallestValueSize = 12;
 
 } // namespace
 
@@ -53,6 +54,11 @@ void LabelButton::setLabelAlignment(Qt::Alignment alignment)
         m_infoLabel->setAlignment(alignment);
         rearrange();
     }
+}
+
+QSize LabelButton::sizeHint() const
+{
+    return InfoButton::sizeHint().expandedTo({0, usualHeight});
 }
 
 void LabelButton::arrange(const QRect& area)

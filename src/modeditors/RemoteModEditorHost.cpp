@@ -130,6 +130,7 @@ void RemoteModEditorHost::addEditor()
         button->setCompactMode(m_editorKind != roomyKind);
     }
     shrinkLowestSpacers(m_editor);
+    m_layout->activate(); // the popup measures before the event loop turns
     connect(m_editor, &RemoteModEditor::enabledEdited, this, &RemoteModEditorHost::onEnabledEdited);
     connect(m_editor, &RemoteModEditor::actionEdited, this, &RemoteModEditorHost::onActionEdited);
     connect(m_editor, &RemoteModEditor::numericEditRequested, this,

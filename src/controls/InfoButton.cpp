@@ -39,6 +39,13 @@ void paintPlain(QPainter& painter, const QStyleOptionButton& option)
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
 }
 
+// Filled, not drawn: a line would stand beside the edge at a scale of 2.
+void paintFrame(QPainter& painter, const QRect& rect)
+{
+    painter.setClipRegion(QRegion(rect).subtracted(rect.adjusted(1, 1, -1, -1)));
+    painter.fillRect(rect, ThemeManager::instance().color(ThemeManager::Border));
+}
+
 } // namespace
 
 InfoButton::InfoButton(QWidget* parent)
@@ -204,8 +211,7 @@ void InfoButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (m_readOnly) {
-        painter.setPen(ThemeManager::instance().color(ThemeManager::Border));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        paintFrame(painter, rect());
         return;
     }
     QStyleOptionButton option;

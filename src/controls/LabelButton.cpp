@@ -6,13 +6,13 @@
 
 namespace {
 
-constexpr int usualHeight = 60; // pixels, as all of these
 constexpr int lineGap = 2;
 constexpr int columnGap = 8;
 constexpr int verticalInset = 10;
-constexpr int captionSize = 14;
-constexpr int valueSize = 16;
-constexpr int smallestValueSize = 12;
+constexpr int captionSize = 14;       // pixels
+constexpr int valueSize = 16;         // pixels
+constexpr int smallestValueSize = 12; // pixels
+constexpr int contentHeight = 40;     // pixels; with the insets a value button is 60 high
 
 } // namespace
 
@@ -56,11 +56,6 @@ void LabelButton::setLabelAlignment(Qt::Alignment alignment)
     }
 }
 
-QSize LabelButton::sizeHint() const
-{
-    return InfoButton::sizeHint().expandedTo({0, usualHeight});
-}
-
 void LabelButton::arrange(const QRect& area)
 {
     const QSize caption = textLabel()->sizeHint();
@@ -86,5 +81,6 @@ QSize LabelButton::contentSize() const
 {
     const QSize caption = textLabel()->sizeHint();
     const QSize value = m_infoLabel->sizeHint();
-    return {qMax(caption.width(), value.width()), caption.height() + lineGap + value.height()};
+    return {qMax(caption.width(), value.width()),
+            qMax(contentHeight, caption.height() + lineGap + value.height())};
 }

@@ -21,8 +21,6 @@ public:
     [[nodiscard]] Qt::Alignment labelAlignment() const;
     void setLabelAlignment(Qt::Alignment alignment);
 
-    [[nodiscard]] QSize sizeHint() const override;
-
 protected:
     void arrange(const QRect& area) override;
     [[nodiscard]] QSize contentSize() const override;

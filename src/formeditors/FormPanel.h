@@ -58,5 +58,5 @@ protected:
 
 private:
     const char* m_context;
-    Form m_form;
+    Form m_form{};
 };

@@ -62,6 +62,7 @@ void RemoteModEditorHost::setModulationItem(const QString& key, const QString& t
     m_itemRevision = revision;
     if (needsEditor) {
         rebuild();
+        m_layout->activate(); // the popup measures before the event loop turns
     }
     if (m_editor && needsState) {
         m_editor->applyEditorState(m_editorState, m_profile, enabled);
@@ -130,7 +131,6 @@ void RemoteModEditorHost::addEditor()
         button->setCompactMode(m_editorKind != roomyKind);
     }
     shrinkLowestSpacers(m_editor);
-    m_layout->activate(); // the popup measures before the event loop turns
     connect(m_editor, &RemoteModEditor::enabledEdited, this, &RemoteModEditorHost::onEnabledEdited);
     connect(m_editor, &RemoteModEditor::actionEdited, this, &RemoteModEditorHost::onActionEdited);
     connect(m_editor, &RemoteModEditor::numericEditRequested, this,

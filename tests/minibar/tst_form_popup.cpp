@@ -16,7 +16,7 @@ using MinibarHelperProtocol::ModChangeRequest;
 
 namespace {
 
-enum Item { Am = 0, Pm = 1, Pulse = 2, Ofdm = 3 };
+enum Item { Am = 0, Pm = 1, Pulse = 2, Ofdm = 3, Unknown = 4 };
 
 QJsonObject snapshot(double rate = 1000)
 {
@@ -27,7 +27,8 @@ QJsonObject snapshot(double rate = 1000)
          "editorState":{"Rate":1000,"PhaseDeviation":1,"InitPhase":0,"Shape":"Sine"}},
         {"id":"b2","text":"Pulse","editorKind":"pulse","revision":1,"editorState":{"Width":0.00025,"Period":0.001}},
         {"id":"b3","text":"OFDM","editorKind":"OFDM","revision":1,
-         "editorState":{"FFTSize":1024,"SampleRate":1e6,"NullDC":false}}]}})")
+         "editorState":{"FFTSize":1024,"SampleRate":1e6,"NullDC":false}},
+        {"id":"b4","text":"Chirp","editorKind":"chirp"}]}})")
                                 .replace("%1", QByteArray::number(rate));
     QJsonParseError error;
     const QJsonObject object = QJsonDocument::fromJson(json, &error).object();
@@ -258,6 +259,8 @@ void TestFormPopup::popupFitsEachEditor()
         QCOMPARE(find<SwitchButton>("enabled")->height(), 60);
         heights.insert(item, height);
     }
+    openItem(Unknown); // a sentence takes the editor's place
+    QVERIFY(popup()->height() < heights.value(Am));
     QCOMPARE(heights.value(Pm) - heights.value(Am), 65); // one row more
     QCOMPARE(heights.value(Ofdm) - heights.value(Am), 5 * 65);
     QCOMPARE(heights.value(Pulse), heights.value(Am));

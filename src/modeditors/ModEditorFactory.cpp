@@ -1,5 +1,6 @@
 #include "modeditors/ModEditorFactory.h"
 
+#include "formeditors/FormEditorFactory.h"
 #include "modeditors/contract/RemoteModEditor.h"
 
 #include <initializer_list>
@@ -30,7 +31,7 @@ RemoteModEditor* createModEditor(const QString& kind, QWidget* parent)
             return entry.create(parent);
         }
     }
-    return nullptr;
+    return createFormEditor(kind, parent);
 }
 
 QString normalizeEditorKind(const QString& text)

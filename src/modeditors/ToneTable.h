@@ -31,8 +31,11 @@ signals:
     // The user wants the tones with these lattice indices, and no others, to be on; from top to bottom.
     void enabledTonesEdited(const QVector<int>& latticeIndices);
 
+protected:
+    [[nodiscard]] int sizeHintForColumn(int column) const override;
+
 private:
-    void tellCutCaption(int column);
+    void tellCutCaption(int column, int, int width);
     void showRow(int row);
     void flip(int row, int column);
     void onItemChanged(const QTableWidgetItem* item);

@@ -38,7 +38,7 @@ private:
     void tellCutCaption(int column, int, int width);
     void showRow(int row);
     void flip(int row, int column);
-    void onItemChanged(const QTableWidgetItem* item);
+    void onItemChanged(const QTableWidgetItem* changed);
 
     QVector<Tone> m_tones; // as they are confirmed, by row
     bool m_populating = false;

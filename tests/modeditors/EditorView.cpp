@@ -8,10 +8,12 @@
 
 namespace {
 
+// The tool tip of a button stands for texts that are cut, which the width decides.
 QString flags(const QWidget& widget)
 {
+    const QString toolTip = qobject_cast<const InfoButton*>(&widget) ? QString() : widget.toolTip();
     return QLatin1String(widget.isHidden() ? " hidden" : "") +
-           QLatin1String(widget.isEnabled() ? "" : " disabled") + QLatin1Char(' ') + widget.toolTip();
+           QLatin1String(widget.isEnabled() ? "" : " disabled") + QLatin1Char(' ') + toolTip;
 }
 
 QString describe(const QTableWidget& table)

@@ -241,6 +241,9 @@ private:
                                              [&key](const QString& asked) { key = asked; });
         button->click();
         QObject::disconnect(opened);
+        if (button->isReadOnly()) {
+            return 0; // and a request would be one too many
+        }
         NumericFieldSpec spec;
         if (!m_host.describeNumericField(key, &spec)) {
             qFatal("%s cannot be described", qPrintable(key));

@@ -9,8 +9,9 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 #include "app/LaunchOptions.h"
 
-#include <QtTest>
+#include <QTest>
 
 class TestLaunchOptions : public QObject
 {

@@ -2,7 +2,8 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 void FakeRunner::start(const QStringList& arguments)
 {

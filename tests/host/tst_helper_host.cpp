@@ -3,8 +3,14 @@
 #include "host/Secrets.h"
 #include "link/LineDecoder.h"
 
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace std::chrono_literals;
 

@@ -3,8 +3,9 @@
 
 #include <QJsonObject>
 #include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace std::chrono_literals;
 using Bar = HelperHost::Bar;

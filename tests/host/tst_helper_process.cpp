@@ -2,8 +2,9 @@
 #include "host/HelperChild.h"
 #include "host/HelperProcess.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace std::chrono_literals;
 

@@ -2,8 +2,9 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <algorithm>
 

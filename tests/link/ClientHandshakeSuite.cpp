@@ -1,9 +1,12 @@
 #include "link/ClientFixture.h"
 
 #include <QElapsedTimer>
+#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QMetaMethod>
-#include <QtTest>
+#include <QMetaObject>
+#include <QSignalSpy>
+#include <QTest>
 
 using TestSupport::waitUntil;
 

@@ -3,10 +3,11 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QJsonObject>
 #include <QRandomGenerator>
+#include <QTest>
 #include <QThread>
 #include <QTimer>
-#include <QtTest>
 
 using TestSupport::waitUntil;
 

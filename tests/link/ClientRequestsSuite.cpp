@@ -1,8 +1,9 @@
 #include "link/ClientFixture.h"
 
 #include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <functional>
 #include <limits>

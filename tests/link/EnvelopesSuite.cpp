@@ -5,8 +5,9 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 

@@ -1,7 +1,9 @@
 #include "link/FieldReaders.h"
 #include "link/LinkSuites.h"
 
-#include <QtTest>
+#include <QJsonArray>
+#include <QJsonValue>
+#include <QTest>
 
 #include <limits>
 

@@ -2,7 +2,7 @@
 #include "link/LinkSuites.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 #include <cstring>
 

@@ -2,7 +2,7 @@
 #include "link/LinkSuites.h"
 #include "link/MessageType.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace MinibarHelperProtocol;
 using Type = MinibarMessageType;

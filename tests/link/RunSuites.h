@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QtTest>
+#include <QTest>
 
 #include <initializer_list>
 #include <memory>

@@ -3,7 +3,10 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QtTest>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QTest>
+#include <QVector>
 
 #include <limits>
 

@@ -2,7 +2,8 @@
 #include "minibar/Placement.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
+#include <QVector>
 
 using Placement::Screens;
 

@@ -8,14 +8,17 @@
 #include "sweep/RemoteSweepPanel.h"
 
 #include <QDialog>
+#include <QEvent>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using Controls::TouchNumKeyboard;
 using Mode = RemoteMiniBarWindow::MiniBarMode;

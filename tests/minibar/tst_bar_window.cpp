@@ -4,14 +4,18 @@
 #include "minibar/StyleSheets.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QMetaMethod>
+#include <QMetaObject>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QStackedLayout>
-#include <QtTest>
+#include <QTest>
+#include <QVector>
 
 using Mode = RemoteMiniBarWindow::MiniBarMode;
 

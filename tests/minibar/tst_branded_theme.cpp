@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 class TestBrandedTheme : public QObject
 {

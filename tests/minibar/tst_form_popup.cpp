@@ -5,11 +5,13 @@
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include <QDialog>
+#include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMenu>
 #include <QPushButton>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using Controls::TouchNumKeyboard;
 using MinibarHelperProtocol::ModChangeRequest;

@@ -3,11 +3,13 @@
 #include "controls/TouchNumKeyboard.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
+#include <QEvent>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
 #include <QPushButton>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using Controls::TouchNumKeyboard;
 using Mode = RemoteMiniBarWindow::MiniBarMode;

@@ -5,7 +5,10 @@
 
 #include <QCheckBox>
 #include <QJsonArray>
-#include <QtTest>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QTest>
+#include <QVector>
 
 namespace {
 

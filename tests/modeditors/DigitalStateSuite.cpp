@@ -6,7 +6,11 @@
 
 #include <QCheckBox>
 #include <QJsonArray>
-#include <QtTest>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QTest>
+#include <QVector>
 
 namespace {
 

@@ -5,9 +5,11 @@
 #include "controls/SwitchButton.h"
 #include "modeditors/ModEditorFactory.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QListView>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 QJsonObject parsed(const char* json)
 {

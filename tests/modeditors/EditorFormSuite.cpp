@@ -10,7 +10,7 @@
 #include <QImage>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
 
 using Controls::ThemeManager;
 

@@ -4,8 +4,9 @@
 
 #include <QCoreApplication>
 #include <QJsonArray>
+#include <QSet>
+#include <QTest>
 #include <QTranslator>
-#include <QtTest>
 
 namespace {
 

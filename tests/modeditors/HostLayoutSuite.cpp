@@ -3,8 +3,8 @@
 #include <QGridLayout>
 #include <QMetaEnum>
 #include <QPushButton>
+#include <QTest>
 #include <QVBoxLayout>
-#include <QtTest>
 #include <functional>
 
 namespace {

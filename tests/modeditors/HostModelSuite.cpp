@@ -1,10 +1,11 @@
 #include "modeditors/HostSuites.h"
 
+#include <QJsonObject>
 #include <QLabel>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QTest>
 #include <QVector>
-#include <QtTest>
 #include <optional>
 
 using MinibarHelperProtocol::ModChangeRequest;

@@ -1,9 +1,12 @@
 #include "modeditors/HostSuites.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMetaMethod>
+#include <QMetaObject>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using MinibarHelperProtocol::ModChangeRequest;
 

@@ -3,8 +3,8 @@
 
 #include <QLabel>
 #include <QPointer>
+#include <QTest>
 #include <QVBoxLayout>
-#include <QtTest>
 #include <functional>
 
 namespace {

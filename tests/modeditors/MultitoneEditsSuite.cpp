@@ -4,8 +4,11 @@
 #include "modeditors/EditorSuites.h"
 
 #include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
+#include <QVector>
 
 namespace {
 

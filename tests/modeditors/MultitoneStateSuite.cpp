@@ -8,8 +8,12 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QSet>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
+#include <QVector>
 
 namespace {
 

@@ -3,7 +3,10 @@
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
 
-#include <QtTest>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QTest>
+#include <QVector>
 #include <cmath>
 #include <limits>
 

@@ -13,9 +13,11 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
+#include <QVector>
 #include <array>
 
 namespace {

@@ -1,7 +1,7 @@
 #include "modeditors/EditorSuites.h"
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 int main(int argc, char* argv[])
 {

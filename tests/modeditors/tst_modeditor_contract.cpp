@@ -1,11 +1,15 @@
 #include "link/Keys.h"
 #include "modeditors/FakeEditor.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QMetaMethod>
+#include <QMetaObject>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 #include <limits>
 
 namespace {

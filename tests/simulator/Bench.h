@@ -7,7 +7,8 @@
 #include "simulator/ScenarioTimeline.h"
 #include "simulator/SignalGenerator.h"
 
-#include <QtTest>
+#include <QJsonObject>
+#include <QTest>
 
 inline Simulator::Scenario scenarioOf(const QByteArray& json)
 {

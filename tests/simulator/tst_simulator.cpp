@@ -6,9 +6,12 @@
 #include "simulator/SignalGenerator.h"
 #include "simulator/SnapshotWriter.h"
 
+#include <QFile>
 #include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

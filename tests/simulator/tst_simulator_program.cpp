@@ -1,8 +1,9 @@
 #include "host/HelperChild.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 #include <csignal>
 

@@ -1,8 +1,10 @@
 #include "simulator/Bench.h"
 
 #include <QElapsedTimer>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace Simulator;
 

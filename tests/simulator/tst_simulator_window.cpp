@@ -8,7 +8,7 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace Simulator;
 using namespace std::chrono_literals;

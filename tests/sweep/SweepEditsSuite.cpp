@@ -4,8 +4,9 @@
 
 #include <QListView>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
 #include <QVBoxLayout>
-#include <QtTest>
 
 using MinibarHelperProtocol::SweepChangeRequest;
 

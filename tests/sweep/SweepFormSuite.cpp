@@ -4,8 +4,8 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 #include <QVBoxLayout>
-#include <QtTest>
 
 namespace {
 

@@ -1,7 +1,9 @@
 #include "sweep/SweepPanelFixture.h"
 #include "sweep/SweepSuites.h"
 
-#include <QtTest>
+#include <QEvent>
+#include <QTest>
+#include <QVector>
 #include <limits>
 
 namespace {

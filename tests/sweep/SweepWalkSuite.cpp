@@ -2,7 +2,8 @@
 #include "sweep/SweepSuites.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
+#include <QVector>
 #include <limits>
 #include <optional>
 #include <vector>

@@ -3,7 +3,8 @@
 
 #include <QMetaEnum>
 #include <QMetaMethod>
-#include <QtTest>
+#include <QMetaObject>
+#include <QTest>
 #include <cmath>
 #include <functional>
 #include <limits>

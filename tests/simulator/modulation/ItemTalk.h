@@ -7,7 +7,9 @@
 #include "simulator/SnapshotWriter.h"
 
 #include <QJsonArray>
-#include <QtTest>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QTest>
 
 // The item of that id as the mini bar reads it in a snapshot.
 inline ModBusinessEntry itemIn(const QJsonObject& snapshot, const QString& id)

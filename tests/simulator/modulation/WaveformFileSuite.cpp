@@ -3,7 +3,7 @@
 #include "simulator/modulation/ModulationSuites.h"
 #include "simulator/modulation/WaveformFiles.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace Simulator;
 

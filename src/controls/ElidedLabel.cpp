@@ -1,9 +1,10 @@
 #include "controls/ElidedLabel.h"
 
+#include "controls/ElidedText.h"
+
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTextLayout>
 
 namespace Controls {
 
@@ -14,6 +15,15 @@ ElidedLabel::ElidedLabel(QWidget* parent, int lines)
     setTextFormat(Qt::PlainText);
 }
 
+void ElidedLabel::setLines(int lines)
+{
+    if (lines != m_lines) {
+        m_lines = lines;
+        updateGeometry();
+        update();
+    }
+}
+
 void ElidedLabel::setSmallestSize(int pixels)
 {
     m_smallestSize = pixels;
@@ -22,34 +32,12 @@ void ElidedLabel::setSmallestSize(int pixels)
 
 QStringList ElidedLabel::shownLines() const
 {
-    const QFontMetrics metrics(fittingFont());
-    const int width = contentsRect().width();
-    const QString whole = text();
-    if (m_lines == 1 || metrics.horizontalAdvance(whole) <= width) {
-        return {metrics.elidedText(whole, Qt::ElideRight, width)};
-    }
-    QStringList lines;
-    QTextLayout layout(whole, font());
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width);
-        if (lines.size() == m_lines - 1) {
-            lines.append(metrics.elidedText(whole.mid(line.textStart()), Qt::ElideRight, width));
-            break;
-        }
-        lines.append(whole.mid(line.textStart(), line.textLength()).trimmed());
-    }
-    layout.endLayout();
-    return lines;
+    return elidedLines(text(), fittingFont(), contentsRect().width(), m_lines);
 }
 
 bool ElidedLabel::isCut() const
 {
-    const auto withoutBlanks = [](QString text) { return text.remove(QLatin1Char(' ')); };
-    return withoutBlanks(shownLines().join(QString())) != withoutBlanks(text());
+    return Controls::isCut(shownLines(), text());
 }
 
 QFont ElidedLabel::fittingFont() const

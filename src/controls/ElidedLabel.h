@@ -15,6 +15,8 @@ public:
     // `lines`: the text is broken into at most so many lines before it is shortened.
     explicit ElidedLabel(QWidget* parent = nullptr, int lines = 1);
 
+    void setLines(int lines);
+
     // A text of one line gets smaller, down to this size in pixels, before it is shortened; 0: never.
     void setSmallestSize(int pixels);
 

@@ -65,7 +65,7 @@ void EnumDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const
 {
     const bool enabled = option.state & QStyle::State_Enabled;
-    const QColor ink = themed(enabled ? ThemeManager::Text : ThemeManager::ListItemDisabled);
+    const QColor ink = themed(enabled ? ThemeManager::Text : ThemeManager::DisabledText);
     painter->fillRect(option.rect, background(option, index));
     painter->setPen(ink);
     painter->setFont(option.font);

@@ -12,6 +12,7 @@ constexpr int verticalInset = 10;
 constexpr int captionSize = 14;       // pixels
 constexpr int valueSize = 16;         // pixels
 constexpr int smallestValueSize = 12; // pixels
+constexpr int contentHeight = 40;     // pixels; with the insets a value button is 60 high
 
 } // namespace
 
@@ -80,5 +81,6 @@ QSize LabelButton::contentSize() const
 {
     const QSize caption = textLabel()->sizeHint();
     const QSize value = m_infoLabel->sizeHint();
-    return {qMax(caption.width(), value.width()), caption.height() + lineGap + value.height()};
+    return {qMax(caption.width(), value.width()),
+            qMax(contentHeight, caption.height() + lineGap + value.height())};
 }

@@ -39,6 +39,28 @@ void paintChevron(QPainter& painter, const QRect& box, const QColor& color)
     paintStroke(painter, box, color, {{0.1, 0.35}, {0.5, 0.7}, {0.9, 0.35}});
 }
 
+void paintCheckMark(QPainter& painter, const QRect& box, bool checked, bool enabled)
+{
+    const ThemeManager& theme = ThemeManager::instance();
+    const QColor line = theme.color(!enabled  ? ThemeManager::DisabledText
+                                    : checked ? ThemeManager::FocusRing
+                                              : ThemeManager::SecondaryText);
+    constexpr double corner = 1.5; // pixels
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(line, 1));
+    if (enabled) {
+        painter.setBrush(theme.color(checked ? ThemeManager::Accent : ThemeManager::Raised));
+    }
+    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    painter.restore();
+    if (checked) {
+        const int inset = box.width() / 5;
+        paintTick(painter, box.adjusted(inset, inset, -inset, -inset),
+                  theme.color(enabled ? ThemeManager::Text : ThemeManager::DisabledText));
+    }
+}
+
 void paintFocusRing(QPainter& painter, const QRect& rect)
 {
     QPen pen(ThemeManager::instance().color(ThemeManager::FocusRing), ringWidth);

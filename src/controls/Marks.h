@@ -16,6 +16,9 @@ void paintTick(QPainter& painter, const QRect& box, const QColor& color);
 // "Opens a list below."
 void paintChevron(QPainter& painter, const QRect& box, const QColor& color);
 
+// A box with a tick or without one, as of a check box. A box that cannot be used is an outline.
+void paintCheckMark(QPainter& painter, const QRect& box, bool checked, bool enabled);
+
 // Keyboard focus, inside the edge of `rect`.
 void paintFocusRing(QPainter& painter, const QRect& rect);
 

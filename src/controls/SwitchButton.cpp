@@ -23,6 +23,7 @@ constexpr int rowGap = 4;
 constexpr int columnGap = 8;
 constexpr int captionSize = 14;
 constexpr int compactHalf = 72;
+constexpr int compactLines = 2; // of the caption, for the halves leave it little width
 
 } // namespace
 
@@ -108,6 +109,7 @@ void SwitchButton::arrange()
     m_rows->setContentsMargins(captionInset, halvesInset, m_compact ? halvesInset : captionInset,
                                halvesInset);
     m_rows->setSpacing(m_compact ? columnGap : rowGap);
+    m_caption->setLines(m_compact ? compactLines : 1);
     for (SwitchHalf* half : {m_on, m_off}) {
         half->setMinimumWidth(m_compact ? compactHalf : 0);
         half->setMaximumWidth(m_compact ? compactHalf : QWIDGETSIZE_MAX);

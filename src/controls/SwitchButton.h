@@ -34,7 +34,7 @@ public:
     // A slot of statusChanged may call it again at once.
     void setStatus(bool on);
 
-    // Compact: caption and halves in one row of 60 px, the halves 72 px wide.
+    // Compact: caption, in up to two lines, and halves in one row of 60 px, the halves 72 px wide.
     [[nodiscard]] bool isCompactMode() const { return m_compact; }
     void setCompactMode(bool compact);
 

@@ -1,5 +1,11 @@
 #include "controls/ThemeManager.h"
 
+// A library's resources are linked only where they are asked for; the macro works in no namespace.
+static void provideImages()
+{
+    Q_INIT_RESOURCE(images);
+}
+
 namespace Controls {
 namespace {
 
@@ -29,7 +35,7 @@ constexpr RoleColors roleColors[] = {
     {ThemeManager::Refused, 0xffb3261e, 0xffff8a80},
     {ThemeManager::ListItemDefault, 0xffdad1ca, 0xff171a1f},
     {ThemeManager::ListItemSelected, 0xff63acf6, 0xff2f536c},
-    {ThemeManager::ListItemDisabled, 0x663c2a22, 0x66ffffff},
+    {ThemeManager::ListItemDisabled, 0xffe2ddd7, 0xff1f2329},
 };
 
 constexpr bool standInTheirRolesOrder()
@@ -45,6 +51,11 @@ constexpr bool standInTheirRolesOrder()
 static_assert(standInTheirRolesOrder());
 
 } // namespace
+
+ThemeManager::ThemeManager()
+{
+    provideImages();
+}
 
 ThemeManager& ThemeManager::instance()
 {

@@ -5,7 +5,8 @@
 
 namespace Controls {
 
-// The theme in force and its colour roles; the one process-wide object of the kit.
+// The theme in force and its colour roles; the one process-wide object of the kit. While it is there, so are
+// the kit's images under ":/Controls/Image".
 class ThemeManager final : public QObject
 {
     Q_OBJECT
@@ -31,7 +32,7 @@ public:
         Refused,          // a refusal's sentence
         ListItemDefault,  // list row background
         ListItemSelected, // current list row background
-        ListItemDisabled  // disabled list row text
+        ListItemDisabled  // background of a row that cannot be chosen, such as a table's header
     };
     Q_ENUM(Role)
 
@@ -45,11 +46,18 @@ public:
     [[nodiscard]] QColor color(Role role) const { return color(role, m_theme); }
     [[nodiscard]] static QColor color(Role role, Theme theme);
 
+    // Colours of the theme in force by name; opaque, so that their six-digit names say all.
+    [[nodiscard]] QColor textColor() const { return color(Text); }
+    [[nodiscard]] QColor borderColor() const { return color(Border); }
+    [[nodiscard]] QColor listItemDefaultColor() const { return color(ListItemDefault); }
+    [[nodiscard]] QColor listItemSelectedColor() const { return color(ListItemSelected); }
+    [[nodiscard]] QColor listItemDisabledColor() const { return color(ListItemDisabled); }
+
 signals:
     void themeChanged(Controls::ThemeManager::Theme theme);
 
 private:
-    ThemeManager() = default;
+    ThemeManager();
 
     Theme m_theme = Light;
 };

@@ -1,5 +1,7 @@
 #include "modeditors/ModEditorFactory.h"
 
+#include "modeditors/RemoteDigitalPanel.h"
+#include "modeditors/RemoteMultitonePanel.h"
 #include "modeditors/contract/RemoteModEditor.h"
 
 #include <initializer_list>
@@ -19,7 +21,10 @@ RemoteModEditor* make(QWidget* parent)
     return new Editor(parent);
 }
 
-constexpr std::initializer_list<EditorKind> editorKinds = {};
+constexpr std::initializer_list<EditorKind> editorKinds = {
+    {QLatin1String("digital"), make<RemoteDigitalPanel>},
+    {QLatin1String("multitone"), make<RemoteMultitonePanel>},
+};
 
 } // namespace
 

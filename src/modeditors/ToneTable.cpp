@@ -1,0 +1,172 @@
+#include "modeditors/ToneTable.h"
+
+#include "controls/Marks.h"
+#include "utils/NumberText.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+namespace {
+
+enum Column { Number, Frequency, Enabled, columnsInAll };
+
+constexpr int toneRowHeight = 45; // pixels
+constexpr int comfortableRows = 5;
+constexpr int textSize = 15;     // pixels
+constexpr double unusable = 0.4; // opacity
+
+bool operator==(const Tone& left, const Tone& right)
+{
+    return left.frequency == right.frequency && left.enabled == right.enabled &&
+           left.latticeIndex == right.latticeIndex;
+}
+
+QTableWidgetItem* makeItem()
+{
+    auto* const item = new QTableWidgetItem;
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+    return item;
+}
+
+Qt::CheckState checkState(bool on)
+{
+    return on ? Qt::Checked : Qt::Unchecked;
+}
+
+// Draws the rows as the style sheet says, the texts right below those of the header, and the marks from the
+// theme's colours. A table that cannot be used is pale.
+class ToneDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyle* const style = option.widget->style();
+        QStyleOptionViewItem cell = option;
+        // A style keeps this away from an item's edge, but not from that of a header section.
+        cell.rect.adjust(-style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) - 1, 0, 0,
+                         0);
+        initStyleOption(&cell, index);
+        cell.state &= ~QStyle::State_HasFocus;
+        const QRect mark = style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &cell, cell.widget);
+        const bool hasMark = cell.features & QStyleOptionViewItem::HasCheckIndicator;
+        cell.features &= ~QStyleOptionViewItem::HasCheckIndicator;
+        const bool enabled = cell.state & QStyle::State_Enabled;
+        painter->save();
+        painter->setOpacity(enabled ? 1 : unusable);
+        style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+        painter->restore();
+        if (hasMark) {
+            Controls::paintCheckMark(*painter, mark, cell.checkState == Qt::Checked, enabled);
+        }
+    }
+};
+
+} // namespace
+
+ToneTable::ToneTable(QWidget* parent)
+    : QTableWidget(parent)
+{
+    setColumnCount(columnsInAll);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setShowGrid(false);
+    setItemDelegate(new ToneDelegate(this));
+    QFont rowFont = font();
+    rowFont.setPixelSize(textSize);
+    setFont(rowFont);
+    QHeaderView* const header = horizontalHeader();
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setHighlightSections(false);
+    header->setTextElideMode(Qt::ElideRight);
+    connect(header, &QHeaderView::sectionResized, this, &ToneTable::tellCutCaption);
+    header->setSectionResizeMode(Number, QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(Frequency, QHeaderView::Stretch);
+    header->setSectionResizeMode(Enabled, QHeaderView::ResizeToContents);
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(toneRowHeight);
+    verticalHeader()->setDefaultSectionSize(toneRowHeight);
+    connect(this, &QTableWidget::cellClicked, this, &ToneTable::flip);
+    connect(this, &QTableWidget::itemChanged, this, &ToneTable::onItemChanged);
+}
+
+ToneTable::~ToneTable() = default;
+
+void ToneTable::showTones(QVector<Tone> tones)
+{
+    std::stable_sort(tones.begin(), tones.end(),
+                     [](const Tone& left, const Tone& right) { return left.frequency < right.frequency; });
+    const QScopedValueRollback<bool> populating(m_populating, true);
+    tones.swap(m_tones); // `tones` is now what is shown
+    setRowCount(m_tones.size());
+    for (int row = 0; row < m_tones.size(); ++row) {
+        if (row >= tones.size() || !(tones.at(row) == m_tones.at(row))) {
+            showRow(row);
+        }
+    }
+}
+
+QSize ToneTable::sizeHint() const
+{
+    const int height =
+        horizontalHeader()->sizeHint().height() + comfortableRows * toneRowHeight + 2 * frameWidth();
+    return {QTableWidget::sizeHint().width(), height};
+}
+
+void ToneTable::tellCutCaption(int column)
+{
+    QTableWidgetItem* const caption = horizontalHeaderItem(column);
+    const bool isCut = horizontalHeader()->sectionSizeHint(column) > columnWidth(column);
+    if (caption) {
+        caption->setToolTip(isCut ? caption->text() : QString());
+    }
+}
+
+void ToneTable::showRow(int row)
+{
+    const Tone& tone = m_tones.at(row);
+    if (!item(row, Number)) {
+        for (int column = 0; column < columnsInAll; ++column) {
+            setItem(row, column, makeItem());
+        }
+        item(row, Number)->setText(QString::number(row + 1));
+    }
+    item(row, Frequency)->setText(Utils::normalizeFrequency(tone.frequency, true, false));
+    QTableWidgetItem* const mark = item(row, Enabled);
+    mark->setData(Qt::UserRole, tone.latticeIndex);
+    mark->setCheckState(checkState(tone.enabled));
+}
+
+void ToneTable::flip(int row, int column)
+{
+    if (!m_populating && column == Enabled) {
+        QTableWidgetItem* const mark = item(row, column);
+        mark->setCheckState(checkState(mark->checkState() != Qt::Checked));
+    }
+}
+
+void ToneTable::onItemChanged(const QTableWidgetItem* changed)
+{
+    if (m_populating || changed->tableWidget() != this || changed->column() != Enabled) {
+        return;
+    }
+    const int row = changed->row();
+    QVector<int> enabled;
+    for (int i = 0; i < rowCount(); ++i) {
+        const QTableWidgetItem* const mark = item(i, Enabled);
+        if (mark->checkState() == Qt::Checked) {
+            enabled.append(mark->data(Qt::UserRole).toInt());
+        }
+    }
+    const QPointer<ToneTable> self(this); // an edit may end in another editor
+    emit enabledTonesEdited(enabled);
+    if (self && row < m_tones.size()) {
+        const QScopedValueRollback<bool> populating(m_populating, true);
+        showRow(row);
+    }
+}

@@ -1,0 +1,15 @@
+#include "modeditors/EditorSuites.h"
+
+#include <QApplication>
+#include <QtTest>
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    int failed = 0;
+    for (const auto make : {makeEditorFormSuite, makeNumericFieldsSuite, makeEditorTextsSuite,
+                            makeDigitalStateSuite, makeDigitalEditsSuite}) {
+        failed += QTest::qExec(make().get(), argc, argv);
+    }
+    return failed;
+}

@@ -342,6 +342,7 @@ void WaveformTable::writeFacts(int row)
     const QString facts = shownFacts(m_entries.at(row));
     if (shown && shown->text() != facts) {
         shown->setText(facts);
+        update(model()->index(row, Name)); // a name takes the room that the facts leave
     }
 }
 

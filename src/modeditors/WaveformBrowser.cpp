@@ -183,8 +183,9 @@ void WaveformBrowser::locate()
     if (m_loadedFile.isEmpty()) {
         return;
     }
-    if (m_table->loadedRow() < 0) {
-        open(QFileInfo(m_loadedFile).path());
+    const QString folder = QFileInfo(QFileInfo(m_loadedFile).path()).canonicalFilePath();
+    if (m_table->loadedRow() < 0 && folder != m_folder) {
+        open(folder);
     }
     if (m_table->loadedRow() >= 0) {
         m_table->showRow(m_table->loadedRow());

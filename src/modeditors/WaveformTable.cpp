@@ -110,8 +110,8 @@ void WaveformTable::updateFolder(QVector<WaveformEntry> entries)
     keepFacts(&entries);
     const QString selected = selectedPath();
     const int top = verticalScrollBar()->value();
-    const int topRow = top / fileRowHeight;
-    const QString topPath = top > 0 && topRow < m_entries.size() ? m_entries.at(topRow).path : QString();
+    const int anchorRow = anchor();
+    const QString anchorPath = anchorRow < 0 ? QString() : m_entries.at(anchorRow).path;
     setEntries(std::move(entries));
 
     const int selectedRow = m_rowOf.value(selected, -1);
@@ -121,9 +121,9 @@ void WaveformTable::updateFolder(QVector<WaveformEntry> entries)
     } else if (selectedPath() != selected) {
         setCurrentCell(selectedRow, Name, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
-    const int newTopRow = m_rowOf.value(topPath, -1);
-    if (newTopRow >= 0 && newTopRow != topRow) {
-        verticalScrollBar()->setValue(top + (newTopRow - topRow) * fileRowHeight);
+    const int newAnchorRow = m_rowOf.value(anchorPath, -1);
+    if (newAnchorRow >= 0) {
+        verticalScrollBar()->setValue(top + (newAnchorRow - anchorRow) * fileRowHeight);
     }
     emit viewMoved();
 }
@@ -252,6 +252,18 @@ void WaveformTable::setEntries(QVector<WaveformEntry> entries)
     m_nextRow = 0;
     writeRowsInView();
     writeSlice();
+}
+
+// The row that stays where it is seen while others come and go: the selected one if it is in view, else the
+// topmost. None in a table that is not scrolled.
+int WaveformTable::anchor() const
+{
+    const int topRow = verticalScrollBar()->value() / fileRowHeight;
+    if (verticalScrollBar()->value() == 0 || topRow >= m_entries.size()) {
+        return -1;
+    }
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return !selected.isEmpty() && isInView(selected.first().row()) ? selected.first().row() : topRow;
 }
 
 void WaveformTable::keepFacts(QVector<WaveformEntry>* entries) const

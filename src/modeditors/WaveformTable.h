@@ -62,6 +62,7 @@ protected:
 private:
     void setEntries(QVector<WaveformEntry> entries);
     void keepFacts(QVector<WaveformEntry>* entries) const;
+    [[nodiscard]] int anchor() const;
     [[nodiscard]] int findLoaded() const;
     void writeRowsInView();
     void writeSlice();

@@ -8,6 +8,8 @@ function(tarvinel_module target)
   add_library(${target} STATIC ${ARGN})
   target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${target} PRIVATE strictness)
+  # What uic writes is not ours to hold to the warnings.
+  target_include_directories(${target} SYSTEM PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/include)
   foreach(line IN LISTS TARVINEL_LAYERS)
     string(REGEX REPLACE "[ \t]+" ";" fields "${line}")
     list(GET fields 0 name)

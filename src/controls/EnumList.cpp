@@ -40,13 +40,13 @@ bool picks(const QKeyEvent& event)
 
 } // namespace
 
-EnumList::EnumList(EnumModel* model, int columns, QWidget* parent)
+EnumList::EnumList(QSharedPointer<EnumModel> model, int columns, QWidget* parent)
     : QListView(parent)
-    , m_items(model)
+    , m_items(std::move(model))
     , m_columns(columns)
 {
     setObjectName(QStringLiteral("enumList"));
-    setModel(model);
+    setModel(m_items.data());
     setItemDelegate(new EnumDelegate(this));
     QFont text = font();
     text.setPixelSize(fontSize);
@@ -66,7 +66,7 @@ EnumList::EnumList(EnumModel* model, int columns, QWidget* parent)
     viewport()->setAttribute(Qt::WA_Hover);
     connect(&ThemeManager::instance(), &ThemeManager::themeChanged, viewport(),
             qOverload<>(&QWidget::update));
-    setCurrentIndex(model->index(model->current(), 0));
+    setCurrentIndex(m_items->index(m_items->current(), 0));
 }
 
 QSize EnumList::sizeHint() const

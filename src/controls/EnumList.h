@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QListView>
+#include <QSharedPointer>
 
 namespace Controls {
 
@@ -14,8 +15,7 @@ class EnumList final : public QListView
     Q_OBJECT
 
 public:
-    // The model must outlive the list.
-    EnumList(EnumModel* model, int columns, QWidget* parent = nullptr);
+    EnumList(QSharedPointer<EnumModel> model, int columns, QWidget* parent = nullptr);
 
     // Wide enough for the longest text within reason, eight rows high or less.
     [[nodiscard]] QSize sizeHint() const override;
@@ -52,7 +52,8 @@ private:
     void pan(const QPoint& position);
     void pick(const QModelIndex& index);
 
-    EnumModel* m_items;
+    // Shared with the button: a list that has closed may outlive it by a turn of the event loop.
+    QSharedPointer<EnumModel> m_items;
     int m_columns;
     QPersistentModelIndex m_pressed;
     QPoint m_pressPosition;

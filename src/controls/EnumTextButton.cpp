@@ -25,7 +25,7 @@ constexpr int chevronGap = 6;
 
 EnumTextButton::EnumTextButton(QWidget* parent)
     : LabelButton(parent)
-    , m_items(new EnumModel(this))
+    , m_items(QSharedPointer<EnumModel>::create())
 {
     Controls::EnumTextButtonAccessible::install();
     setCheckable(true);

@@ -3,6 +3,7 @@
 #include "controls/LabelButton.h"
 
 #include <QPointer>
+#include <QSharedPointer>
 #include <QStringList>
 
 class PopupWidget;
@@ -72,7 +73,7 @@ private:
     void takeChoice(int index);
     void showText(const QString& text);
 
-    Controls::EnumModel* m_items;
+    QSharedPointer<Controls::EnumModel> m_items;
     QString m_titleText;
     int m_viewMode = List;
     QPointer<PopupWidget> m_popup; // while the list is open

@@ -3,6 +3,7 @@
 #include "controls/ElidedLabel.h"
 #include "controls/InfoButtonAccessible.h"
 #include "controls/Marks.h"
+#include "controls/ThemeManager.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -12,6 +13,7 @@
 #include <algorithm>
 
 using Controls::ElidedLabel;
+using Controls::ThemeManager;
 
 namespace {
 
@@ -35,6 +37,13 @@ void paintPlain(QPainter& painter, const QStyleOptionButton& option)
     painter.fillRect(option.rect, background);
     painter.setPen(option.palette.color(QPalette::Mid));
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+}
+
+// Filled, not drawn: a line would stand beside the edge at a scale of 2.
+void paintFrame(QPainter& painter, const QRect& rect)
+{
+    painter.setClipRegion(QRegion(rect).subtracted(rect.adjusted(1, 1, -1, -1)));
+    painter.fillRect(rect, ThemeManager::instance().color(ThemeManager::Border));
 }
 
 } // namespace
@@ -67,6 +76,24 @@ void InfoButton::setText(const QString& text)
     // The inherited text is what generic code reads of a button; an "&" in it would make a shortcut.
     QAbstractButton::setText(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));
     rearrange();
+}
+
+void InfoButton::setReadOnly(bool readOnly)
+{
+    if (readOnly == m_readOnly) {
+        return;
+    }
+    m_readOnly = readOnly;
+    setFocusPolicy(readOnly ? Qt::NoFocus : Qt::StrongFocus);
+    update();
+}
+
+void InfoButton::setPressedColor(const QColor& color)
+{
+    if (color != m_pressedColor) {
+        m_pressedColor = color;
+        update();
+    }
 }
 
 Qt::Alignment InfoButton::textAlignment() const
@@ -175,8 +202,18 @@ void InfoButton::tellCutTexts()
     }
 }
 
+bool InfoButton::hitButton(const QPoint& position) const
+{
+    return !m_readOnly && QAbstractButton::hitButton(position);
+}
+
 void InfoButton::paintEvent(QPaintEvent*)
 {
+    QPainter painter(this);
+    if (m_readOnly) {
+        paintFrame(painter, rect());
+        return;
+    }
     QStyleOptionButton option;
     option.initFrom(this);
     option.features = QStyleOptionButton::Flat;
@@ -184,11 +221,13 @@ void InfoButton::paintEvent(QPaintEvent*)
     if (isDown()) {
         option.state |= QStyle::State_Sunken;
     }
-    QPainter painter(this);
     if (testAttribute(Qt::WA_StyleSheetTarget)) {
         style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
     } else {
         paintPlain(painter, option);
+    }
+    if (isDown() && m_pressedColor.isValid()) {
+        painter.fillRect(rect(), m_pressedColor);
     }
     if (hasFocus() && m_focusByKeyboard) {
         Controls::paintFocusRing(painter, rect());

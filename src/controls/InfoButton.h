@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QColor>
 #include <QFont>
 #include <QString>
 #include <QVector>
@@ -11,12 +12,15 @@ class ElidedLabel;
 
 // A large flat button with a text in a child label "textLabel". A text that does not fit is elided and the
 // whole text becomes the tool tip, unless the button has a tool tip of its own. Space and Enter press it. Its
-// labels carry the checked state as their property "parentChecked", for style sheets.
+// labels carry the checked state as their property "parentChecked", for style sheets. A read-only button
+// shows its texts in a frame and follows neither pointer nor keys.
 // In the global namespace because style sheets select it by name.
 class InfoButton : public QAbstractButton
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
+    Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
+    Q_PROPERTY(QColor pressedColor READ pressedColor WRITE setPressedColor)
     Q_PROPERTY(Qt::Alignment textAlignment READ textAlignment WRITE setTextAlignment)
 
 public:
@@ -26,6 +30,12 @@ public:
     // The whole text, however much of it is shown.
     [[nodiscard]] QString text() const;
     void setText(const QString& text);
+    [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
+    void setReadOnly(bool readOnly);
+    // Fills the button while it is held down, where the style sheet nearest to it leaves no room for a rule
+    // of its own; invalid for nothing.
+    [[nodiscard]] QColor pressedColor() const { return m_pressedColor; }
+    void setPressedColor(const QColor& color);
     [[nodiscard]] Qt::Alignment textAlignment() const;
     void setTextAlignment(Qt::Alignment alignment);
 
@@ -51,6 +61,7 @@ protected:
     // To be called when a text or an alignment has changed.
     void rearrange();
 
+    [[nodiscard]] bool hitButton(const QPoint& position) const override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -63,5 +74,7 @@ private:
     QVector<Controls::ElidedLabel*> m_labels;
     Controls::ElidedLabel* m_textLabel;
     QString m_cutTexts; // the tool tip that stands for texts that are cut; empty when all fit
+    QColor m_pressedColor;
+    bool m_readOnly = false;
     bool m_focusByKeyboard = false;
 };

@@ -44,13 +44,14 @@ QAccessible::State InfoButtonAccessible::state() const
     state.checkable = button->isCheckable();
     state.checked = button->isChecked();
     state.pressed = button->isDown();
+    state.readOnly = button->isReadOnly();
     return state;
 }
 
 QStringList InfoButtonAccessible::actionNames() const
 {
     QStringList names = QAccessibleWidget::actionNames();
-    if (widget()->isEnabled()) {
+    if (widget()->isEnabled() && !static_cast<const InfoButton*>(widget())->isReadOnly()) {
         names.prepend(pressAction());
     }
     return names;

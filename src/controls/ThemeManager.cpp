@@ -3,7 +3,7 @@
 // A library's resources are linked only where they are asked for; the macro works in no namespace.
 static void provideImages()
 {
-    Q_INIT_RESOURCE(images);
+    Q_INIT_RESOURCE(control_images);
 }
 
 namespace Controls {

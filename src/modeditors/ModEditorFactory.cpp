@@ -1,5 +1,6 @@
 #include "modeditors/ModEditorFactory.h"
 
+#include "formeditors/FormEditorFactory.h"
 #include "modeditors/RemoteDigitalPanel.h"
 #include "modeditors/RemoteMultitonePanel.h"
 #include "modeditors/RemoteQuickWaveformPanel.h"
@@ -37,7 +38,7 @@ RemoteModEditor* createModEditor(const QString& kind, QWidget* parent)
             return entry.create(parent);
         }
     }
-    return nullptr;
+    return createFormEditor(kind, parent);
 }
 
 QString normalizeEditorKind(const QString& text)

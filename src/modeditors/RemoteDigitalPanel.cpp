@@ -1,6 +1,7 @@
 #include "modeditors/RemoteDigitalPanel.h"
 
 #include "controls/ThemeManager.h"
+#include "link/Keys.h"
 #include "modeditors/ModulationNames.h"
 #include "modeditors/PickerItems.h"
 #include "ui_RemoteDigitalPanel.h"
@@ -10,6 +11,8 @@
 #include <QSpacerItem>
 
 using Controls::ThemeManager;
+namespace Actions = MinibarHelperProtocol::Actions;
+namespace Keys = MinibarHelperProtocol::Keys;
 using Kind = NumericField::Kind;
 
 namespace {
@@ -148,9 +151,7 @@ void RemoteDigitalPanel::connectWidgets()
                 [this, &picker](int index) { editPicker(picker, index); });
     }
     connect(m_form->defaultTrimDownload, &QCheckBox::toggled, this, [this](bool checked) {
-        edit([this, checked] {
-            emit actionEdited(QStringLiteral("set-default-trim"), {{QStringLiteral("value"), checked}});
-        });
+        edit([this, checked] { emit actionEdited(Actions::set_default_trim, {{Keys::value, checked}}); });
     });
     connect(&ThemeManager::instance(), &ThemeManager::themeChanged, this, &RemoteDigitalPanel::showTheme);
 }

@@ -62,6 +62,7 @@ void RemoteModEditorHost::setModulationItem(const QString& key, const QString& t
     m_itemRevision = revision;
     if (needsEditor) {
         rebuild();
+        m_layout->activate(); // the popup measures before the event loop turns
     }
     if (m_editor && needsState) {
         m_editor->applyEditorState(m_editorState, m_profile, enabled);

@@ -1,12 +1,15 @@
 #include "modeditors/RemoteMultitonePanel.h"
 
 #include "controls/ThemeManager.h"
+#include "link/Keys.h"
 #include "modeditors/PickerItems.h"
 #include "ui_RemoteMultitonePanel.h"
 
 #include <QJsonArray>
 
 using Controls::ThemeManager;
+namespace Actions = MinibarHelperProtocol::Actions;
+namespace Keys = MinibarHelperProtocol::Keys;
 using Kind = NumericField::Kind;
 
 namespace {
@@ -97,9 +100,6 @@ RemoteMultitonePanel::~RemoteMultitonePanel() = default;
 
 void RemoteMultitonePanel::connectWidgets()
 {
-    const auto value = [](const QJsonValue& edited) {
-        return QJsonObject{{QStringLiteral("value"), edited}};
-    };
     connect(m_form->btnTonePhase, &EnumTextButton::currentItemEdited, this, [this](int index) {
         edit([this, index] {
             if (index >= 0 && index < m_form->btnTonePhase->enums().size()) {
@@ -107,12 +107,12 @@ void RemoteMultitonePanel::connectWidgets()
             }
         });
     });
-    connect(m_form->btnDiscreteKeepToneMode, &SwitchButton::statusChanged, this, [this, value](bool on) {
-        edit([this, value, on] { emit actionEdited(QStringLiteral("set-discrete-mode"), value(on)); });
+    connect(m_form->btnDiscreteKeepToneMode, &SwitchButton::statusChanged, this, [this](bool on) {
+        edit([this, on] { emit actionEdited(Actions::set_discrete_mode, {{Keys::value, on}}); });
     });
     connect(m_form->toneTable, &ToneTable::enabledTonesEdited, this,
-            [this, value](const QVector<int>& latticeIndices) {
-                emit actionEdited(QStringLiteral("set-enabled-tones"), value(jsonOf(latticeIndices)));
+            [this](const QVector<int>& latticeIndices) {
+                emit actionEdited(Actions::set_enabled_tones, {{Keys::value, jsonOf(latticeIndices)}});
             });
     connect(&ThemeManager::instance(), &ThemeManager::themeChanged, this, &RemoteMultitonePanel::showTheme);
 }

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
@@ -104,10 +105,21 @@ void ToneTable::showTones(QVector<Tone> tones)
     const QScopedValueRollback<bool> populating(m_populating, true);
     tones.swap(m_tones); // `tones` is now what is shown
     setRowCount(m_tones.size());
-    for (int row = 0; row < m_tones.size(); ++row) {
-        if (row >= tones.size() || !(tones.at(row) == m_tones.at(row))) {
-            showRow(row);
+    int first = -1;
+    int last = -1;
+    {
+        // Each item that tells of its change makes the view measure its columns: once is enough.
+        const QSignalBlocker silence(model());
+        for (int row = 0; row < m_tones.size(); ++row) {
+            if (row >= tones.size() || !(tones.at(row) == m_tones.at(row))) {
+                showRow(row);
+                first = first < 0 ? row : first;
+                last = row;
+            }
         }
+    }
+    if (first >= 0) {
+        emit model()->dataChanged(model()->index(first, 0), model()->index(last, columnsInAll - 1));
     }
 }
 
@@ -118,10 +130,17 @@ QSize ToneTable::sizeHint() const
     return {QTableWidget::sizeHint().width(), height};
 }
 
-void ToneTable::tellCutCaption(int column)
+// The rows are alike, and the last one has the longest number.
+int ToneTable::sizeHintForColumn(int column) const
+{
+    const QModelIndex last = model()->index(rowCount() - 1, column);
+    return last.isValid() ? itemDelegate()->sizeHint(viewOptions(), last).width() : 0;
+}
+
+void ToneTable::tellCutCaption(int column, int, int width)
 {
     QTableWidgetItem* const caption = horizontalHeaderItem(column);
-    const bool isCut = horizontalHeader()->sectionSizeHint(column) > columnWidth(column);
+    const bool isCut = horizontalHeader()->sectionSizeHint(column) > width;
     if (caption) {
         caption->setToolTip(isCut ? caption->text() : QString());
     }
@@ -144,8 +163,8 @@ void ToneTable::showRow(int row)
 
 void ToneTable::flip(int row, int column)
 {
-    if (!m_populating && column == Enabled) {
-        QTableWidgetItem* const mark = item(row, column);
+    QTableWidgetItem* const mark = column == Enabled ? item(row, column) : nullptr;
+    if (mark && !m_populating) {
         mark->setCheckState(checkState(mark->checkState() != Qt::Checked));
     }
 }

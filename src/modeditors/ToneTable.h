@@ -31,11 +31,14 @@ signals:
     // The user wants the tones with these lattice indices, and no others, to be on; from top to bottom.
     void enabledTonesEdited(const QVector<int>& latticeIndices);
 
+protected:
+    [[nodiscard]] int sizeHintForColumn(int column) const override;
+
 private:
-    void tellCutCaption(int column);
+    void tellCutCaption(int column, int, int width);
     void showRow(int row);
     void flip(int row, int column);
-    void onItemChanged(const QTableWidgetItem* item);
+    void onItemChanged(const QTableWidgetItem* changed);
 
     QVector<Tone> m_tones; // as they are confirmed, by row
     bool m_populating = false;

@@ -17,17 +17,12 @@ WavHeader headerOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? WavHeader::read(file) : WavHeader();
 }
 
-bool isRecording(const WavHeader& header)
-{
-    return header.isValid() && header.channelCount() == 2 && header.hasAuxiliaryChunk();
-}
-
 } // namespace
 
 bool probeIqsWav(const QString& path, IqsWavInfo& info)
 {
     const WavHeader header = headerOf(path);
-    if (!isRecording(header))
+    if (!header.isIqRecording())
         return false;
     info = {header.sampleCount(), header.sampleRate()};
     return true;

@@ -30,8 +30,11 @@ public:
     [[nodiscard]] quint32 blockSize() const { return m_bitsPerSample / 8U * m_channelCount; }
     // Samples of each channel; 0 for an invalid header.
     [[nodiscard]] quint64 sampleCount() const { return isValid() ? m_dataSize / blockSize() : 0; }
-    // An "auxi" chunk is there, which the writers of I/Q recordings leave.
-    [[nodiscard]] bool hasAuxiliaryChunk() const { return m_hasAuxiliaryChunk; }
+    // Two channels, in phase and quadrature, and the "auxi" chunk that the writers of such recordings leave.
+    [[nodiscard]] bool isIqRecording() const
+    {
+        return isValid() && m_channelCount == 2 && m_hasAuxiliaryChunk;
+    }
 
 private:
     friend class WavReader;

@@ -66,6 +66,7 @@ private slots:
     void textTakesTheCurrentItem();
     void unchangedIsNoWork();
     void changesWhileOpen();
+    void closedListOutlivesItsButton();
     void keysMove_data();
     void keysMove();
     void lettersJump();
@@ -168,6 +169,22 @@ void EnumListTest::changesWhileOpen()
     panel.button->setEnums({QStringLiteral("X")});
     QVERIFY(!panel.isOpen());
     QVERIFY(panel.edited().isEmpty());
+}
+
+// The list goes with the next turn of the event loop, the button perhaps at once.
+void EnumListTest::closedListOutlivesItsButton()
+{
+    OpenedList::Panel panel;
+    QVERIFY(panel.show());
+    QVERIFY(panel.openByClick());
+    const QPointer<Controls::EnumList> list = panel.list();
+    panel.popup()->close();
+    QVERIFY(!panel.isOpen());
+    delete panel.button;
+    QVERIFY(list);
+    list->resize(300, 100);
+    QCOMPARE(list->sizeHint().height(), 4 * 44);
+    QTRY_VERIFY(!list);
 }
 
 void EnumListTest::keysMove_data()

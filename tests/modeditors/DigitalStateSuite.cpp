@@ -2,6 +2,7 @@
 #include "controls/SwitchButton.h"
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
+#include "modeditors/TouchCounter.h"
 
 #include <QCheckBox>
 #include <QJsonArray>
@@ -16,39 +17,6 @@ constexpr char fullProfile[] = R"({"defaultTrimDownload":false, "filterAlphaEdit
     "fskDeviationEditable":true, "modulationTypeOptions":["QAM16","QAM64","QPSK"],
     "filterTypeOptions":["None","RaisedCosine"], "oversampleOptions":[2,4,8],
     "trimmedDownloadRequired":true, "fullWaveformEstimatedBytes":1500000000})";
-
-// Counts what a widget tree is told to do again.
-class TouchCounter final : public QObject
-{
-public:
-    explicit TouchCounter(QWidget& root)
-    {
-        root.installEventFilter(this);
-        const auto widgets = root.findChildren<QWidget*>();
-        for (QWidget* widget : widgets) {
-            widget->installEventFilter(this);
-        }
-    }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        switch (event->type()) {
-        case QEvent::Paint:
-        case QEvent::UpdateRequest:
-        case QEvent::LayoutRequest:
-        case QEvent::EnabledChange:
-        case QEvent::ToolTipChange:
-        case QEvent::Polish:
-        case QEvent::DynamicPropertyChange:
-            ++touches;
-            break;
-        default:
-            break;
-        }
-        return false;
-    }
-
-    int touches = 0;
-};
 
 } // namespace
 

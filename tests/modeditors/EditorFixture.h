@@ -1,5 +1,6 @@
 #pragma once
 
+#include "modeditors/EditorView.h"
 #include "modeditors/contract/NumericFieldSpec.h"
 #include "modeditors/contract/RemoteModEditor.h"
 
@@ -20,9 +21,6 @@ struct Edit
 };
 
 [[nodiscard]] QJsonObject parsed(const char* json);
-
-// All that an editor shows of its item, a line for each widget.
-[[nodiscard]] QStringList shownBy(const QWidget& editor);
 
 // A shown editor of a kind, what leaves it, and hands that press its widgets.
 class EditorFixture final

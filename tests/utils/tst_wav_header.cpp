@@ -120,7 +120,7 @@ void TestWavHeader::valid()
     QCOMPARE(int(header.bitsPerSample()), bits);
     QCOMPARE(header.sampleRate(), rate);
     QCOMPARE(header.sampleCount(), count);
-    QVERIFY(!header.hasAuxiliaryChunk());
+    QVERIFY(!header.isIqRecording());
 }
 
 void TestWavHeader::invalid_data()

@@ -48,7 +48,7 @@ void WaveformFileSuite::headers_data()
     bad("RIFF of another kind", chunk("RIFF", "AVI " + formatChunk(2, 1000) + data));
     bad("no format", riff(data));
     bad("short format", riff(chunk("fmt ", "abc") + data));
-    bad("no data", riff(formatChunk(2, 1000)));
+    bad("no data", riff(formatChunk(2, 1000)), "'%1' holds no samples.");
     bad("no channels", riff(formatChunk(0, 1000) + data));
     bad("no bits", riff(formatChunk(2, 1000, 0) + data));
     bad("no rate", riff(formatChunk(2, 0) + data));

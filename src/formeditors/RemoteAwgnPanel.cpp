@@ -1,0 +1,37 @@
+#include "formeditors/FormPanel.h"
+#include "formeditors/FormPanels.h"
+#include "ui_RemoteAwgnPanel.h"
+
+namespace {
+
+constexpr char context[] = "RemoteAwgnPanel";
+
+using Form = Ui::AwgnPanel;
+
+// clang-format off
+constexpr NumericRow<Form> numericFields[] = {
+    // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
+    {&Form::btnBandwidth, {"Bandwith", "Bandwidth", Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
+    {&Form::btnLength, {"Length", "Length", Quantity::Time, 0.001, 6, 1e-12}},
+};
+// clang-format on
+
+class RemoteAwgnPanel final : public FormPanel<Form>
+{
+public:
+    explicit RemoteAwgnPanel(QWidget* parent)
+        : FormPanel(context, parent)
+    {
+        form().btnRecord->hide();
+        form().btnSeed->hide();
+        bindEnableSwitch(form().enabled);
+        bind(numericFields);
+    }
+};
+
+} // namespace
+
+RemoteModEditor* createAwgnPanel(QWidget* parent)
+{
+    return new RemoteAwgnPanel(parent);
+}

@@ -1,0 +1,14 @@
+#include "formeditors/FormFixture.h"
+
+#include <QApplication>
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    int failed = 0;
+    for (const auto make : {makeFormShapeSuite, makeFormFieldsSuite, makeFormStateSuite, makeFormEditsSuite,
+                            makePanelRulesSuite, makeFormLookSuite}) {
+        failed += QTest::qExec(make().get(), argc, argv);
+    }
+    return failed;
+}

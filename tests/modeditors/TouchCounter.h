@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QEvent>
+#include <QWidget>
+
+// Counts what a widget and all in it are told to do again.
+class TouchCounter final : public QObject
+{
+public:
+    explicit TouchCounter(QWidget& root)
+    {
+        root.installEventFilter(this);
+        const auto widgets = root.findChildren<QWidget*>();
+        for (QWidget* widget : widgets) {
+            widget->installEventFilter(this);
+        }
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::Paint:
+        case QEvent::UpdateRequest:
+        case QEvent::LayoutRequest:
+        case QEvent::EnabledChange:
+        case QEvent::ToolTipChange:
+        case QEvent::Polish:
+        case QEvent::DynamicPropertyChange:
+            ++touches;
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+
+    int touches = 0;
+};

@@ -31,7 +31,7 @@ bool ConfirmingModEditor::describeNumericField(const QString& key, NumericFieldS
         return false;
     }
     *spec = field->spec(m_state, m_profile, *metaObject());
-    return true;
+    return completeSpec(spec);
 }
 
 void ConfirmingModEditor::applyNumericValue(const QString& key, double value)
@@ -44,6 +44,11 @@ void ConfirmingModEditor::setNumericFieldActive(const QString& key, bool active)
     for (const BoundField& bound : qAsConst(m_fields)) {
         bound.button->setChecked(active && key == bound.field->key);
     }
+}
+
+bool ConfirmingModEditor::completeSpec(NumericFieldSpec* /*spec*/) const
+{
+    return true;
 }
 
 bool ConfirmingModEditor::isEditable(QLatin1String key) const
@@ -89,7 +94,8 @@ const NumericField* ConfirmingModEditor::findField(const QString& key) const
 void ConfirmingModEditor::showConfirmed()
 {
     const QScopedValueRollback<bool> updating(m_updating, true);
-    m_enableSwitch->setStatus(m_enabled);
+    m_enableSwitch->setEnabled(canBeEnabled());
+    m_enableSwitch->setStatus(m_enabled && canBeEnabled());
     for (const BoundField& bound : qAsConst(m_fields)) {
         bound.button->setLabelText(bound.field->text(m_state));
     }

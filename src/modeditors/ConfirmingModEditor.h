@@ -41,6 +41,12 @@ protected:
     // whenever a state is applied and after each edit; a widget that shows the right thing must not be
     // touched.
     virtual void showState() = 0;
+    // While it cannot, the enable switch is off and not to be used, whatever the main process says.
+    [[nodiscard]] virtual bool canBeEnabled() const { return true; }
+    // Adds to a field's description what the table cannot say. False when the field cannot be edited now.
+    [[nodiscard]] virtual bool completeSpec(NumericFieldSpec* spec) const;
+    // Shows everything as it was last applied; emits nothing.
+    void showConfirmed();
 
     // Emits an edit through `emitEdit`, unless a state is being shown, and goes back to the confirmed state.
     template <typename EmitEdit>
@@ -71,7 +77,6 @@ private:
     void bindEnableSwitch(SwitchButton* enableSwitch);
     void bindField(const NumericField& field);
     [[nodiscard]] const NumericField* findField(const QString& key) const;
-    void showConfirmed();
 
     SwitchButton* m_enableSwitch = nullptr;
     QVector<BoundField> m_fields;

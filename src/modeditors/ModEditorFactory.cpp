@@ -3,6 +3,7 @@
 #include "formeditors/FormEditorFactory.h"
 #include "modeditors/RemoteDigitalPanel.h"
 #include "modeditors/RemoteMultitonePanel.h"
+#include "modeditors/RemoteQuickWaveformPanel.h"
 #include "modeditors/contract/RemoteModEditor.h"
 
 #include <initializer_list>
@@ -25,6 +26,7 @@ RemoteModEditor* make(QWidget* parent)
 constexpr std::initializer_list<EditorKind> editorKinds = {
     {QLatin1String("digital"), make<RemoteDigitalPanel>},
     {QLatin1String("multitone"), make<RemoteMultitonePanel>},
+    {QLatin1String("quick-waveform"), make<RemoteQuickWaveformPanel>},
 };
 
 } // namespace

@@ -26,12 +26,12 @@ double NumericField::value(const QJsonObject& state) const
     case Kind::Integer:
         return stored.toInt();
     case Kind::NearestInteger:
-        return nearestInteger(stored.toDouble());
+        return nearestInteger(stored.toDouble(fallback));
     case Kind::Frequency:
     case Kind::Number:
         break;
     }
-    return stored.toDouble();
+    return stored.toDouble(fallback);
 }
 
 QString NumericField::text(const QJsonObject& state) const
@@ -39,7 +39,7 @@ QString NumericField::text(const QJsonObject& state) const
     if (kind == Kind::Frequency) {
         return Utils::normalizeFrequency(value(state), true, false);
     }
-    return Utils::toString(value(state), decimals, true);
+    return Utils::toString(value(state), decimals, true) + suffix;
 }
 
 bool NumericField::isEditable(const QJsonObject& profile) const

@@ -29,8 +29,10 @@ struct NumericField
     QLatin1String maximumKey = {};   // in the profile: a further maximum if it is above 0
     QLatin1String conditionKey = {}; // in the profile: the field can be edited only while this flag ...
     bool conditionValue = true;      // ... has this value
+    double fallback = 0;             // the value while the editor state has none; 0 for Kind::Integer
+    QLatin1String suffix = {};       // follows the number
 
-    // 0 when it is missing or no number.
+    // The fallback when it is missing or no number.
     [[nodiscard]] double value(const QJsonObject& state) const;
     // What the button shows.
     [[nodiscard]] QString text(const QJsonObject& state) const;

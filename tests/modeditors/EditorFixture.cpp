@@ -33,7 +33,7 @@ EditorFixture::EditorFixture(const QString& kind)
     layout->addWidget(m_editor);
     const auto switches = m_editor->findChildren<SwitchButton*>();
     for (SwitchButton* button : switches) {
-        button->setCompactMode(true);
+        button->setCompactMode(kind != QLatin1String("quick-waveform"));
     }
     m_window->setWindowFlag(Qt::FramelessWindowHint);
     m_window->resize(popupWidth, m_window->sizeHint().height());

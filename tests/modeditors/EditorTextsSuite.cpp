@@ -64,6 +64,26 @@ constexpr ExpectedText expectedTexts[] = {
     {"multitone", "RemoteMultitonePanel", "FrequencyOffset"}, {"multitone", "RemoteMultitonePanel", "Enabled"},
     {"multitone", "RemoteMultitonePanel", "Phase Random Seed"}, {"multitone", "RemoteMultitonePanel", "Tone Count"},
     {"multitone", "RemoteMultitonePanel", "Freq Spacing"}, {"multitone", "RemoteMultitonePanel", "Notch Width"},
+    {"quick-waveform", "QuickWaveformPanel", "Quick Waveform"},
+    {"quick-waveform", "QuickWaveformPanel", "Enabled"},
+    {"quick-waveform", "QuickWaveformPanel", "Load"},
+    {"quick-waveform", "QuickWaveformPanel", "Auto Scale"},
+    {"quick-waveform", "QuickWaveformPanel", "I/Q Scale(%)"},
+    {"quick-waveform", "QuickWaveformPanel", "Sample Rate"},
+    {"quick-waveform", "QuickWaveformPanel", "Period Length / Duration"},
+    {"quick-waveform", "QuickWaveformPanel", "Period_Arb"},
+    {"quick-waveform", "QuickWaveformPanel", "Samples To Use"},
+    {"quick-waveform", "QuickWaveformPanel", "Sample Offset"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "File Name"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Samples / Duration"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Double-click to locate the loaded waveform."},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Load"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "I/Q Scale(%)"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Sample Rate"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Period_Arb"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Samples To Use"},
+    {"quick-waveform", "RemoteQuickWaveformPanel", "Sample Offset"},
+    {"quick-waveform", "WaveformBrowser", "The folder of the waveforms is not available."},
 };
 
 struct ExpectedName
@@ -82,10 +102,11 @@ constexpr ExpectedName expectedNames[] = {
 };
 // clang-format on
 
-constexpr char fullState[] = R"({"PhaseMode":1})";
+constexpr char fullState[] = R"({"PhaseMode":1, "autoScale":false})";
 constexpr char fullProfile[] = R"({
     "filterAlphaEditable":true, "fskDeviationEditable":true, "randomMode":true, "trimmedDownloadRequired":true,
-    "modulationTypeOptions":["QAM64","QPSK"], "filterTypeOptions":["HalfSine"], "oversampleOptions":[2]})";
+    "modulationTypeOptions":["QAM64","QPSK"], "filterTypeOptions":["HalfSine"], "oversampleOptions":[2],
+    "loadedFilePath":"/none.wav"})";
 
 } // namespace
 
@@ -106,6 +127,7 @@ void EditorTextsSuite::contexts_data()
     QTest::addColumn<QString>("kind");
     QTest::newRow("digital") << QStringLiteral("digital");
     QTest::newRow("multitone") << QStringLiteral("multitone");
+    QTest::newRow("quick waveform") << QStringLiteral("quick-waveform");
 }
 
 void EditorTextsSuite::contexts()
@@ -120,8 +142,9 @@ void EditorTextsSuite::contexts()
     const Recorder recorder;
     EditorFixture fixture(kind);
     fixture.apply(parsed(fullState), parsed(fullProfile), true);
-    for (const char* key : {"SymbolRate", "FilterAlpha", "PN", "FilterLength", "SequenceSeed", "FSKDeviation",
-                            "Seed", "Count", "FreqSpacing", "NotchWidth"}) {
+    for (const char* key :
+         {"SymbolRate", "FilterAlpha", "PN", "FilterLength", "SequenceSeed", "FSKDeviation", "Seed", "Count",
+          "FreqSpacing", "NotchWidth", "iQScale", "sampleRate", "period", "samplesToUse", "sampleOffset"}) {
         NumericFieldSpec spec;
         (void)fixture.editor().describeNumericField(QLatin1String(key), &spec);
     }

@@ -1,0 +1,86 @@
+#include "modeditors/WaveformDelegate.h"
+
+#include "modeditors/WaveformTable.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace {
+
+constexpr int sheetPadding = 20; // pixels on either side of a text, as the style sheet has it
+constexpr int textGap = 12;      // between a name and the facts
+constexpr int unusedLeft = 10;   // of the padding before the icon
+
+} // namespace
+
+WaveformDelegate::WaveformDelegate(QTableView* table)
+    : QStyledItemDelegate(table)
+    , m_table(table)
+{}
+
+WaveformDelegate::~WaveformDelegate() = default;
+
+void WaveformDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const
+{
+    if (index.column() == WaveformTable::Name) {
+        paintName(painter, option.rect, option, index);
+        return;
+    }
+    QStyleOptionViewItem facts = option;
+    initStyleOption(&facts, index);
+    m_table->style()->drawControl(QStyle::CE_ItemViewItem, &facts, painter, m_table);
+    QRect free = option.rect;
+    free.setRight(factsLeft(option, index) - 1);
+    paintName(painter, free, option, index);
+}
+
+bool WaveformDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                 const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || event->pos().x() >= factsLeft(option, index)) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    const QStyleOptionViewItem name = nameOption(option, index);
+    const QStyle* const style = m_table->style();
+    const QRect room = style->subElementRect(QStyle::SE_ItemViewItemText, &name, m_table);
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &name, m_table) + 1;
+    const bool cut = name.fontMetrics.horizontalAdvance(name.text) > room.width() - 2 * margin;
+    // A file may be named as if it were markup.
+    const QString tip = QStringLiteral("<span>%1</span>").arg(name.text.toHtmlEscaped());
+    QToolTip::showText(event->globalPos(), cut ? tip : QString(), view);
+    return true;
+}
+
+void WaveformDelegate::paintName(QPainter* painter, const QRect& clip, const QStyleOptionViewItem& cell,
+                                 const QModelIndex& index) const
+{
+    const QStyleOptionViewItem name = nameOption(cell, index);
+    painter->save();
+    painter->setClipRect(clip, Qt::IntersectClip);
+    m_table->style()->drawControl(QStyle::CE_ItemViewItem, &name, painter, m_table);
+    painter->restore();
+}
+
+QStyleOptionViewItem WaveformDelegate::nameOption(const QStyleOptionViewItem& cell,
+                                                  const QModelIndex& index) const
+{
+    QStyleOptionViewItem option = cell;
+    initStyleOption(&option, index.sibling(index.row(), WaveformTable::Name));
+    option.textElideMode = Qt::ElideMiddle;
+    option.rect.setLeft(m_table->columnViewportPosition(WaveformTable::Name) - unusedLeft);
+    option.rect.setRight(factsLeft(cell, index) - textGap + sheetPadding);
+    return option;
+}
+
+int WaveformDelegate::factsLeft(const QStyleOptionViewItem& cell, const QModelIndex& index) const
+{
+    if (m_table->isColumnHidden(WaveformTable::Facts)) {
+        return m_table->viewport()->width();
+    }
+    const QString facts = index.sibling(index.row(), WaveformTable::Facts).data().toString();
+    const int right =
+        m_table->columnViewportPosition(WaveformTable::Facts) + m_table->columnWidth(WaveformTable::Facts);
+    return right - sheetPadding - cell.fontMetrics.horizontalAdvance(facts) - textGap;
+}

@@ -1,0 +1,278 @@
+#include "controls/LabelButton.h"
+#include "controls/SwitchButton.h"
+#include "controls/ThemeManager.h"
+#include "modeditors/QuickFixture.h"
+#include "modeditors/QuickSuites.h"
+#include "modeditors/RemoteModEditorHost.h"
+
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QImage>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QtTest>
+
+using Controls::ThemeManager;
+
+namespace {
+
+struct ExpectedItem
+{
+    const char* name;
+    const char* inherits;
+    const char* text;
+};
+
+// By row; all in column 0.
+constexpr ExpectedItem expectedItems[] = {
+    {"enabled", "SwitchButton", "Enabled"},
+    {"btnLoad", "QPushButton", "Load"},
+    {"btnAutoScale", "SwitchButton", "Auto Scale"},
+    {"btnIQScale", "LabelButton", "I/Q Scale(%)"},
+    {"btnSampleRate", "LabelButton", "Sample Rate"},
+    {"btnPeriodLen", "LabelButton", "Period Length / Duration"},
+    {"btnPeriod", "LabelButton", "Period_Arb"},
+    {"btnSamplesToUse", "LabelButton", "Samples To Use"},
+    {"btnSampleOffset", "LabelButton", "Sample Offset"},
+};
+constexpr int spacerRow = 9;
+
+// What an icon draws in a colour, thin lines' soft edges included.
+int drawnPixels(const QImage& image, const QColor& color)
+{
+    constexpr int visible = 100; // alpha
+    constexpr int rounding = 3;
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            const bool isColor = qAbs(pixel.red() - color.red()) <= rounding &&
+                                 qAbs(pixel.green() - color.green()) <= rounding &&
+                                 qAbs(pixel.blue() - color.blue()) <= rounding;
+            count += pixel.alpha() >= visible && isColor ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
+// What the form is made of and how it looks.
+class QuickFormSuite final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { ThemeManager::instance().setTheme(ThemeManager::Light); }
+    void form();
+    void items();
+    void table();
+    void header();
+    void styleSheets_data();
+    void styleSheets();
+    void iconsFollowTheTheme_data();
+    void iconsFollowTheTheme();
+    void rowsAreInTheSheetsSize();
+    void popupHasRoomForTheTable();
+    void switchesKeepTheirSizeInTheHost();
+};
+
+void QuickFormSuite::form()
+{
+    const QuickFixture fixture;
+    const RemoteModEditor& editor = fixture.editor.editor();
+    QVERIFY(editor.inherits("RemoteQuickWaveformPanel"));
+    QCOMPARE(editor.objectName(), QStringLiteral("QuickWaveformPanel"));
+    QCOMPARE(editor.windowTitle(), QStringLiteral("Quick Waveform"));
+    auto* const rows = qobject_cast<QHBoxLayout*>(editor.layout());
+    QVERIFY(rows);
+    QCOMPARE(rows->objectName(), QStringLiteral("horizontalLayout"));
+    QCOMPARE(rows->spacing(), 6);
+    QCOMPARE(rows->contentsMargins(), QMargins(10, 0, 6, 0));
+    QCOMPARE(rows->count(), 2);
+    const auto* const grid = qobject_cast<QGridLayout*>(rows->itemAt(0)->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), QStringLiteral("gridLayout"));
+    QCOMPARE(grid->spacing(), 5);
+    QCOMPARE(grid->contentsMargins(), QMargins());
+    QCOMPARE(grid->columnStretch(0), 1);
+    QCOMPARE(rows->itemAt(1)->widget(), &fixture.table());
+}
+
+void QuickFormSuite::items()
+{
+    const QuickFixture fixture;
+    const auto* const grid = fixture.editor.editor().findChild<QGridLayout*>(QStringLiteral("gridLayout"));
+    int row = 0;
+    for (const ExpectedItem& expected : expectedItems) {
+        const QWidget* const widget = grid->itemAtPosition(row++, 0)->widget();
+        QVERIFY(widget);
+        QCOMPARE(widget->objectName(), QLatin1String(expected.name));
+        QVERIFY2(widget->inherits(expected.inherits), expected.name);
+        QCOMPARE(widget->property("text").toString(), QLatin1String(expected.text));
+        QVERIFY(!widget->isHidden());
+    }
+    QCOMPARE(row, spacerRow);
+    QSpacerItem* const spacer = grid->itemAtPosition(spacerRow, 0)->spacerItem();
+    QVERIFY(spacer);
+    QCOMPARE(spacer->sizeHint(), QSize(20, 40));
+    QCOMPARE(spacer->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(spacer->sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
+    QCOMPARE(grid->count(), spacerRow + 1);
+    QVERIFY(!fixture.editor.find<QPushButton>(QStringLiteral("btnLoad"))->isCheckable());
+}
+
+void QuickFormSuite::table()
+{
+    const QuickFixture fixture;
+    const QTableWidget& table = fixture.table();
+    QCOMPARE(table.objectName(), QStringLiteral("tableWidget"));
+    QCOMPARE(table.columnCount(), 2);
+    QCOMPARE(table.verticalHeader()->isHidden(), true);
+    QCOMPARE(table.verticalHeader()->defaultSectionSize(), 44);
+    QCOMPARE(table.showGrid(), false);
+    QCOMPARE(table.editTriggers(), QAbstractItemView::NoEditTriggers);
+    QCOMPARE(table.selectionBehavior(), QAbstractItemView::SelectRows);
+    QCOMPARE(table.selectionMode(), QAbstractItemView::SingleSelection);
+    QCOMPARE(table.verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
+    QCOMPARE(table.horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
+    QCOMPARE(table.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    QCOMPARE(table.focusPolicy(), Qt::NoFocus);
+}
+
+void QuickFormSuite::header()
+{
+    const QuickFixture fixture;
+    const QTableWidget& table = fixture.table();
+    QCOMPARE(table.horizontalHeaderItem(0)->text(), QStringLiteral("File Name"));
+    QCOMPARE(table.horizontalHeaderItem(1)->text(), QStringLiteral("Samples / Duration"));
+    const QHeaderView* const header = table.horizontalHeader();
+    QCOMPARE(header->height(), 60);
+    QCOMPARE(header->toolTip(), QStringLiteral("Double-click to locate the loaded waveform."));
+    QCOMPARE(header->sectionResizeMode(0), QHeaderView::Stretch);
+    QCOMPARE(header->sectionResizeMode(1), QHeaderView::Fixed);
+    QCOMPARE(header->sectionSize(1), 250);
+}
+
+void QuickFormSuite::styleSheets_data()
+{
+    QTest::addColumn<int>("theme");
+    QTest::newRow("light") << int(ThemeManager::Light);
+    QTest::newRow("dark") << int(ThemeManager::Dark);
+}
+
+void QuickFormSuite::styleSheets()
+{
+    QFETCH(const int, theme);
+    // The theme that is in force at construction, and one that comes later.
+    for (const bool late : {false, true}) {
+        ThemeManager& manager = ThemeManager::instance();
+        manager.setTheme(ThemeManager::Theme(late ? 1 - theme : theme));
+        const QuickFixture fixture;
+        manager.setTheme(ThemeManager::Theme(theme));
+        const QString text = manager.textColor().name();
+        const QString border = manager.borderColor().name();
+        const QString selected = manager.listItemSelectedColor().name();
+        const QString surface = manager.listItemDisabledColor().name();
+        QCOMPARE(fixture.editor.editor().styleSheet(),
+                 QStringLiteral("QWidget#QuickWaveformPanel{background:%1;border:1px solid "
+                                "%2;border-radius:4px;}")
+                     .arg(surface, border));
+        QCOMPARE(fixture.table().styleSheet(),
+                 QStringLiteral(
+                     "QTableWidget{background:%1;color:%2;border:none;gridline-color:transparent;outline:"
+                     "none;}QTableWidget::item{padding:12px 20px;border:none;border-bottom:1px solid "
+                     "%3;background:%1;color:%2;font-size:13px;}QTableWidget::item:selected{background:%4;"
+                     "color:%2;}QTableWidget::item:pressed{background:%5;color:%2;}QHeaderView::section{"
+                     "background:%6;color:%2;padding:12px 20px;border:none;border-bottom:1px solid "
+                     "%3;font-size:18px;font-weight:500;}")
+                     .arg(manager.listItemDefaultColor().name(), text, border, selected, selected, surface));
+        const QImage image = fixture.editor.editor().grab().toImage();
+        QCOMPARE(image.pixelColor(5, image.height() / 2).name(), surface);
+    }
+}
+
+void QuickFormSuite::iconsFollowTheTheme_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"back", "folder", "checked", "audio", "position"}) {
+        QTest::newRow(name) << QStringLiteral(":/QuickWaveform/Image/%1.svg").arg(QLatin1String(name));
+    }
+}
+
+void QuickFormSuite::iconsFollowTheTheme()
+{
+    QFETCH(const QString, name);
+    QuickFixture fixture;
+    fixture.addFolder(QStringLiteral("b"));
+    fixture.addFolder(QStringLiteral("b/c"));
+    fixture.addWaveform(QStringLiteral("b/1.wav"));
+    fixture.addWaveform(QStringLiteral("b/2.wav"));
+    fixture.addWaveform(QStringLiteral("z.wav"));
+    fixture.applyLoaded(QStringLiteral("b/1.wav"),
+                        {{QStringLiteral("currentPath"), fixture.path(QStringLiteral("b"))}});
+    QIcon icon;
+    for (int row = 0; row < fixture.table().rowCount(); ++row) {
+        if (fixture.icon(row) == name) {
+            icon = fixture.table().item(row, 0)->icon();
+        }
+    }
+    if (icon.isNull()) {
+        fixture.click(QStringLiteral(".."));
+        QCOMPARE(fixture.markedSection(), 1);
+        icon = fixture.table().horizontalHeaderItem(1)->icon();
+    }
+    QCOMPARE(icon.name(), name);
+    const bool isLoaded = name.contains(QLatin1String("checked"));
+    for (const auto theme : {ThemeManager::Dark, ThemeManager::Light}) {
+        ThemeManager::instance().setTheme(theme);
+        const QColor color =
+            ThemeManager::instance().color(isLoaded ? ThemeManager::FocusRing : ThemeManager::Text);
+        for (const int side : {16, 20, 40}) {
+            const QImage image = icon.pixmap(side, side).toImage();
+            QCOMPARE(image.size(), QSize(side, side));
+            QVERIFY2(drawnPixels(image, color) >= side, qPrintable(QString::number(side)));
+        }
+    }
+}
+
+// A sheet's font size does not reach items by itself.
+void QuickFormSuite::rowsAreInTheSheetsSize()
+{
+    const QuickFixture fixture;
+    QCOMPARE(fixture.table().font().pixelSize(), 13);
+}
+
+void QuickFormSuite::popupHasRoomForTheTable()
+{
+    const QuickFixture fixture;
+    constexpr int popupWidth = 560;
+    QCOMPARE(fixture.editor.editor().width(), popupWidth);
+    QVERIFY(fixture.editor.editor().minimumSizeHint().width() <= popupWidth);
+    const int caption = fixture.table().horizontalHeader()->sectionSizeHint(0);
+    QVERIFY(fixture.table().columnWidth(0) >= caption);
+    const QWidget* const button = fixture.editor.find<QWidget>(QStringLiteral("btnPeriod"));
+    QVERIFY(button->width() >= 120);
+    QCOMPARE(button->height(), 60);
+}
+
+void QuickFormSuite::switchesKeepTheirSizeInTheHost()
+{
+    RemoteModEditorHost host;
+    host.setModulationItem(QStringLiteral("q"), QStringLiteral("Quick Waveform"), QString(), {},
+                           QStringLiteral("simple"), {}, 1, false);
+    const auto* const editor = host.findChild<RemoteModEditor*>(QStringLiteral("QuickWaveformPanel"));
+    QVERIFY(editor);
+    const auto switches = editor->findChildren<SwitchButton*>();
+    QCOMPARE(switches.size(), 2);
+    for (const SwitchButton* button : switches) {
+        QVERIFY(!button->isCompactMode());
+    }
+}
+
+std::unique_ptr<QObject> makeQuickFormSuite()
+{
+    return std::make_unique<QuickFormSuite>();
+}
+
+#include "QuickFormSuite.moc"

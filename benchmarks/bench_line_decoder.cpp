@@ -28,8 +28,8 @@ constexpr int rounds = 21;
 constexpr int pieceSize = 4096;
 constexpr int shortLines = 250'000;
 constexpr int backlog = 0x3FF00; // bytes
-constexpr double longestLongRatio = 4;
-constexpr double longestShortRatio = 5;
+constexpr double longestLongRatio = 1.5;
+constexpr double longestShortRatio = 3;
 
 struct Work
 {
@@ -207,6 +207,6 @@ int main(int argc, char* argv[])
     const double shortRatio = manyShortLines();
     if (!check || (longRatio <= longestLongRatio && shortRatio <= longestShortRatio))
         return 0;
-    std::printf("too slow: the ratios may be %.0f and %.0f\n", longestLongRatio, longestShortRatio);
+    std::printf("too slow: the ratios may be %.1f and %.1f\n", longestLongRatio, longestShortRatio);
     return 1;
 }

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QTouchEvent>
 #include <QWheelEvent>
+#include <QWindow>
 #include <QX11Info>
 #include <utility>
 
@@ -20,6 +21,7 @@ bool canShineThrough()
 OverlayContainer::OverlayContainer(QWidget* host)
     : QObject(host)
     , m_host(host)
+    , m_catcher([this] { tellHandler(); })
 {
     m_host->installEventFilter(this);
 }
@@ -47,6 +49,7 @@ void OverlayContainer::setActiveDialog(QDialog* dialog)
     }
     m_dialog = dialog;
     if (!m_dialog) {
+        m_catcher.uncover();
         return; // the mask stays: the host is about to go, and must not flash up as a whole
     }
     if (m_dialog->parentWidget() != m_host || m_dialog->isWindow()) {
@@ -66,6 +69,7 @@ QDialog* OverlayContainer::activeDialog() const
 void OverlayContainer::prepareForShow()
 {
     updateMask(); // a compositing manager may have come or gone
+    updateCatcher();
     if (m_dialog) {
         m_dialog->raise();
     }
@@ -108,6 +112,9 @@ bool OverlayContainer::filterHost(QEvent* event)
         return isOutside(static_cast<QMouseEvent*>(event)->globalPos());
     case QEvent::Wheel:
         return isOutside(static_cast<QWheelEvent*>(event)->globalPosition().toPoint());
+    case QEvent::Hide:
+        m_catcher.uncover();
+        return false;
     default:
         return false;
     }
@@ -142,6 +149,16 @@ void OverlayContainer::updateMask()
     const QRegion mask = whole ? QRegion() : QRegion(m_dialog->geometry());
     if (mask != m_host->mask()) {
         whole ? m_host->clearMask() : m_host->setMask(mask);
+    }
+}
+
+void OverlayContainer::updateCatcher()
+{
+    if (m_blocks && m_dialog && m_host->isVisible() && !canShineThrough()) {
+        const QWidget* const owner = m_host->parentWidget() ? m_host->parentWidget()->window() : m_host;
+        m_catcher.cover(m_host->windowHandle()->screen(), owner->isVisible() ? owner : m_host);
+    } else {
+        m_catcher.uncover();
     }
 }
 

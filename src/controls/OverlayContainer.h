@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/PressCatcher.h"
+
 #include <QObject>
 #include <QPointer>
 #include <functional>
@@ -13,8 +15,9 @@ namespace Controls {
 // and a press beside the dialog goes to a handler instead of anything else.
 //
 // A host that covers the screen must let it shine through. Where the screen cannot do that (an X server
-// without a compositing manager) the host is cut down to the dialog, by its mask; a press beside the dialog
-// then goes to the window it hits and the handler is not called.
+// without a compositing manager) the host is cut down to the dialog, by its mask, and an unseen surface
+// behind the window that the host belongs to takes the presses instead; those on the program's own windows
+// go to them.
 class OverlayContainer final : public QObject
 {
     Q_OBJECT
@@ -42,12 +45,14 @@ private:
     [[nodiscard]] bool filterHost(QEvent* event);
     void watchDialog(QEvent* event);
     void updateMask();
+    void updateCatcher();
     [[nodiscard]] bool isOutside(const QPoint& globalPosition) const;
     void tellHandler();
 
     QWidget* m_host;
     QPointer<QWidget> m_dialog; // a QDialog; its last events come when it is one no longer
     std::function<void()> m_handler;
+    PressCatcher m_catcher;
     bool m_blocks = false;
 };
 

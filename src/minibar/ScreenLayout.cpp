@@ -7,16 +7,11 @@
 
 Placement::Screens currentScreens(const QWidget* window)
 {
-    Placement::Screens result;
-    const QScreen* own = window->windowHandle() ? window->windowHandle()->screen() : nullptr;
-    const QScreen* primary = QGuiApplication::primaryScreen();
     const QList<QScreen*> present = QGuiApplication::screens();
-    for (const QScreen* screen : present) {
-        if (screen == own)
-            result.own = result.all.size();
-        if (screen == primary)
-            result.primary = result.all.size();
+    Placement::Screens result;
+    result.own = window->windowHandle() ? present.indexOf(window->windowHandle()->screen()) : -1;
+    result.primary = present.indexOf(QGuiApplication::primaryScreen());
+    for (const QScreen* screen : present)
         result.all.append({screen->geometry(), screen->availableGeometry()});
-    }
     return result;
 }

@@ -14,4 +14,8 @@ class SignalGenerator;
 [[nodiscard]] Host::Response execute(SignalGenerator& instrument, const QString& command,
                                      const QJsonObject& arguments);
 
+// Whether a change by this command is pushed as a snapshot besides the answer: an answer that comes too late,
+// or is not the newest request's, shows nothing, and the revision of a sweep or an item must not be missed.
+[[nodiscard]] bool isAnnounced(const QString& command);
+
 } // namespace Simulator

@@ -34,6 +34,7 @@ QWidget { color: {text}; font-family: "Roboto", "Droid Sans Fallback", sans-seri
 QWidget#simulatorWindow { background: {surface}; }
 QLabel#title { font-size: 16px; font-weight: 500; }
 QLabel[role="secondary"] { color: {secondary}; font-size: 13px; }
+QLabel:disabled { color: {disabled}; }
 QFrame[role="panel"] { background: {raised}; border: 1px solid {border}; border-radius: 4px; }
 QFrame[role="line"] { background: {border}; border: none; }
 

@@ -3,6 +3,7 @@
 #include "simulator/QuantitySpinBox.h"
 #include "simulator/QuantityText.h"
 #include "simulator/SignalGenerator.h"
+#include "simulator/SummaryTexts.h"
 #include "simulator/TwoWaySwitch.h"
 #include "utils/NumberText.h"
 
@@ -151,6 +152,8 @@ QWidget* MainWindow::buildInstrumentPanel()
     m_rfSwitch->setObjectName(QStringLiteral("rfSwitch"));
     connect(m_rfSwitch, &TwoWaySwitch::wanted, &m_instrument, &SignalGenerator::setRfOn);
     addRow(grid, tr("RF output"), QString(), m_rfSwitch);
+    m_sweep = addShownRow(grid, tr("Sweep"), QStringLiteral("sweep"));
+    m_modulation = addShownRow(grid, tr("Modulation"), QStringLiteral("modulation"));
     return frame;
 }
 
@@ -169,6 +172,28 @@ void MainWindow::addRow(QGridLayout* grid, const QString& caption, const QString
     const int row = grid->rowCount();
     grid->addLayout(texts, row, 0, Qt::AlignVCenter);
     grid->addWidget(control, row, 1);
+}
+
+MainWindow::ShownSetting MainWindow::addShownRow(QGridLayout* grid, const QString& caption,
+                                                 const QString& name)
+{
+    const ShownSetting setting{secondaryLabel(QString()), new QLabel};
+    setting.detail->setObjectName(name + QStringLiteral("Detail"));
+    setting.detail->setAccessibleName(caption);
+    setting.state->setObjectName(name + QStringLiteral("State"));
+    setting.state->setAccessibleName(caption);
+    setting.state->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(new QLabel(caption));
+    texts->addWidget(setting.detail);
+    auto* cells = new QHBoxLayout;
+    cells->setSpacing(margin);
+    cells->addLayout(texts, 1);
+    cells->addWidget(setting.state);
+    grid->addWidget(line(), grid->rowCount(), 0, 1, 2);
+    grid->addLayout(cells, grid->rowCount(), 0, 1, 2);
+    return setting;
 }
 
 QWidget* MainWindow::buildMiniBarPanel()
@@ -233,6 +258,14 @@ void MainWindow::bringBack()
     activateWindow();
 }
 
+void MainWindow::ShownSetting::show(const QString& text, bool on, bool enabled) const
+{
+    detail->setText(text);
+    state->setText(on ? MainWindow::tr("ON") : MainWindow::tr("OFF"));
+    detail->setEnabled(enabled);
+    state->setEnabled(enabled);
+}
+
 void MainWindow::refresh()
 {
     const QSignalBlocker frequencyBlocker(m_frequency);
@@ -245,6 +278,9 @@ void MainWindow::refresh()
     m_frequency->setEnabled(open);
     m_level->setEnabled(open);
     m_rfSwitch->setEnabled(open);
+    m_sweep.show(sweepSummary(m_instrument), m_instrument.sweep().settings.enabled, open);
+    m_modulation.show(modulationSummary(m_instrument), m_instrument.modulation().enabledItem() != nullptr,
+                      open);
 }
 
 void MainWindow::changeEvent(QEvent* event)

@@ -42,10 +42,19 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // A setting that is only shown here: what it is set to, and whether it is on.
+    struct ShownSetting
+    {
+        QLabel* detail;
+        QLabel* state;
+        void show(const QString& text, bool on, bool enabled) const;
+    };
+
     [[nodiscard]] QWidget* buildHeader();
     [[nodiscard]] QWidget* buildInstrumentPanel();
     [[nodiscard]] QWidget* buildMiniBarPanel();
     void addRow(QGridLayout* grid, const QString& caption, const QString& hint, QWidget* control);
+    [[nodiscard]] ShownSetting addShownRow(QGridLayout* grid, const QString& caption, const QString& name);
     void refresh();
 
     SignalGenerator& m_instrument;
@@ -53,6 +62,8 @@ private:
     QuantitySpinBox* m_frequency;
     QuantitySpinBox* m_level;
     TwoWaySwitch* m_rfSwitch;
+    ShownSetting m_sweep;
+    ShownSetting m_modulation;
     QPushButton* m_minimise;
     QLabel* m_status;
     QLabel* m_requests;

@@ -48,7 +48,9 @@ RequestDesk::RequestDesk(HelperHost& host, SignalGenerator& instrument, const Sc
         qCDebug(simulatorLog).noquote() << request << QLatin1String("->") << outcome;
     });
     connect(&m_instrument, &SignalGenerator::changed, this, [this] {
-        if (!m_executing)
+        if (m_executing)
+            m_changed = true;
+        else
             m_host.pushSnapshot(snapshot());
     });
 }
@@ -131,6 +133,7 @@ void RequestDesk::answerFromInstrument(int id, const QString& command, const QJs
     before.insert(Keys::seq, m_host.lastSequence());
 
     const QScopedValueRollback<bool> executing(m_executing, true);
+    m_changed = false;
     Host::Response response = execute(m_instrument, command, arguments);
     if (response.ok) {
         response.payload = snapshot();
@@ -142,6 +145,9 @@ void RequestDesk::answerFromInstrument(int id, const QString& command, const QJs
         }
     }
     m_host.respond(id, response);
+    // Only the plain answer: under the other rules the scenario says what is seen.
+    if (m_changed && rule.action == ScenarioRule::Action::Answer && isAnnounced(command))
+        m_host.pushSnapshot(snapshot());
     emit handled(summary, response.ok ? tr("ok") : response.errorCode);
 }
 

@@ -46,7 +46,8 @@ private:
     Scenario m_scenario;
     QHash<QString, int> m_received; // requests so far, by command and in all under "*"
     std::unique_ptr<QObject> m_run; // context of what is still to be answered in this run of the helper
-    bool m_executing = false;
+    bool m_executing = false;       // a request of the mini bar, whose answer tells what it changed
+    bool m_changed = false;         // by the last request
 };
 
 } // namespace Simulator

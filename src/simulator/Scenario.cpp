@@ -3,7 +3,6 @@
 #include "link/Keys.h"
 #include "simulator/CheckedObject.h"
 #include "simulator/ErrorTexts.h"
-#include "simulator/SignalGenerator.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -27,7 +26,6 @@ const QLatin1String initial("initial");
 const QLatin1String overlay("overlay");
 const QLatin1String rules("rules");
 const QLatin1String timeline("timeline");
-const QLatin1String deviceOpen("deviceOpen");
 const QLatin1String nth("nth");
 const QLatin1String delayMs("delayMs");
 const QLatin1String silence("silence");
@@ -57,21 +55,6 @@ void choose(CheckedObject& reader, QLatin1String key, Action& target, Action act
         reader.fault(key, translated("is a second action, one is allowed"));
     chosen = true;
     target = action;
-}
-
-InstrumentSettings readSettings(const QJsonObject& object, const QString& path, QString& error)
-{
-    CheckedObject reader(object, path, error);
-    InstrumentSettings settings;
-    settings.deviceOpen = reader.boolean(Words::deviceOpen);
-    settings.rf = reader.boolean(Keys::rf);
-    settings.centerHz = reader.number(Keys::centerHz, SignalGenerator::minimumHz, SignalGenerator::maximumHz);
-    settings.levelDbm =
-        reader.number(Keys::levelDbm, SignalGenerator::minimumDbm, SignalGenerator::maximumDbm);
-    if (settings.deviceOpen == false && settings.rf == true)
-        reader.fault(Keys::rf, translated("cannot be on while the instrument is closed"));
-    (void)reader.finish();
-    return settings;
 }
 
 QString readLine(CheckedObject& reader, QLatin1String key)
@@ -171,8 +154,8 @@ ScenarioStep readStep(const QJsonObject& object, const QString& path, QString& e
     }
     if (reader.contains(Words::set)) {
         choose(reader, Words::set, step.action, Action::Set, chosen);
-        step.settings =
-            readSettings(reader.object(Words::set).value_or(QJsonObject()), reader.pathOf(Words::set), error);
+        step.settings = readInstrumentSettings(reader.object(Words::set).value_or(QJsonObject()),
+                                               reader.pathOf(Words::set), error);
     }
     if (reader.contains(Words::show)) {
         choose(reader, Words::show, step.action, Action::Show, chosen);
@@ -209,21 +192,6 @@ QVector<Element> readList(CheckedObject& reader, QLatin1String key, QString& err
 
 } // namespace
 
-void InstrumentSettings::applyTo(SignalGenerator& instrument) const
-{
-    // A closed instrument takes nothing: open it first, close it last.
-    if (deviceOpen == true)
-        instrument.setOpen(true);
-    if (centerHz)
-        instrument.setCenterHz(*centerHz);
-    if (levelDbm)
-        instrument.setLevelDbm(*levelDbm);
-    if (rf)
-        instrument.setRfOn(*rf);
-    if (deviceOpen == false)
-        instrument.setOpen(false);
-}
-
 bool parseScenario(const QByteArray& json, Scenario& target, QString& error)
 {
     error.clear();
@@ -241,7 +209,7 @@ bool parseScenario(const QByteArray& json, Scenario& target, QString& error)
     (void)reader.text(Words::description);
     Scenario scenario;
     scenario.initial =
-        readSettings(reader.object(Words::initial).value_or(QJsonObject()), Words::initial, error);
+        readInstrumentSettings(reader.object(Words::initial).value_or(QJsonObject()), Words::initial, error);
     scenario.overlay = reader.object(Words::overlay).value_or(QJsonObject());
     scenario.rules = readList<ScenarioRule>(reader, Words::rules, error, readRule);
     scenario.timeline = readList<ScenarioStep>(reader, Words::timeline, error, readStep);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulator/InstrumentSettings.h"
+
 #include <QJsonObject>
 #include <QPoint>
 #include <QString>
@@ -8,19 +10,6 @@
 #include <optional>
 
 namespace Simulator {
-
-class SignalGenerator;
-
-// Settings of the instrument; what is not set stays as it is.
-struct InstrumentSettings
-{
-    std::optional<bool> deviceOpen;
-    std::optional<bool> rf;
-    std::optional<double> centerHz; // hertz
-    std::optional<double> levelDbm; // dBm
-
-    void applyTo(SignalGenerator& instrument) const;
-};
 
 // How one kind of request is answered.
 struct ScenarioRule

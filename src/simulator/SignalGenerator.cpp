@@ -1,5 +1,8 @@
 #include "simulator/SignalGenerator.h"
 
+#include "link/Keys.h"
+#include "simulator/ErrorTexts.h"
+
 namespace Simulator {
 
 namespace {
@@ -10,7 +13,20 @@ bool liesWithin(double value, double minimum, double maximum)
     return value >= minimum && value <= maximum;
 }
 
+Refusal notOpen()
+{
+    const QString code = MinibarHelperProtocol::Errors::NOT_OPEN;
+    return {code, errorText(code)};
+}
+
 } // namespace
+
+SignalGenerator::SignalGenerator(const QString& waveformFolder, QObject* parent)
+    : QObject(parent)
+    , m_modulation(waveformFolder)
+{
+    connect(&m_modulation, &ModulationBank::changed, this, &SignalGenerator::changed);
+}
 
 template <typename Value>
 SignalGenerator::Outcome SignalGenerator::take(Value& member, Value value)
@@ -46,6 +62,41 @@ SignalGenerator::Outcome SignalGenerator::setCenterHz(double hz)
 SignalGenerator::Outcome SignalGenerator::setLevelDbm(double dbm)
 {
     return liesWithin(dbm, minimumDbm, maximumDbm) ? take(m_levelDbm, dbm) : Outcome::OutOfRange;
+}
+
+Verdict SignalGenerator::changeSweep(const SweepSettings& wanted, int expectedRevision)
+{
+    if (!m_open)
+        return notOpen();
+    const int before = sweep().revision;
+    const Verdict verdict = m_sweep.change(wanted, expectedRevision);
+    if (sweep().revision != before)
+        emit changed();
+    return verdict;
+}
+
+Verdict SignalGenerator::changeModulation(const MinibarHelperProtocol::ModChangeRequest& wanted)
+{
+    return m_open ? m_modulation.change(wanted) : notOpen();
+}
+
+void SignalGenerator::turnModulation(const QString& id)
+{
+    MinibarHelperProtocol::ModChangeRequest wanted;
+    wanted.businessId = id.isEmpty() ? m_modulation.enabledId() : id;
+    wanted.hasEnabled = true;
+    wanted.enabled = !id.isEmpty();
+    (void)changeModulation(wanted);
+}
+
+void SignalGenerator::turnSweep(const SweepTurn& turn)
+{
+    if (!m_open)
+        return;
+    const int before = sweep().revision;
+    m_sweep.turn(turn);
+    if (sweep().revision != before)
+        emit changed();
 }
 
 } // namespace Simulator

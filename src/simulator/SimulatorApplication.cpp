@@ -25,6 +25,7 @@ void printLine(FILE* file, const QString& text)
 
 SimulatorApplication::SimulatorApplication(const SimulatorOptions& options, const Scenario& scenario)
     : m_options(options)
+    , m_instrument(options.waveforms)
     , m_host(std::make_unique<HelperProcess>(options.helper))
     , m_desk(m_host, m_instrument, scenario)
     , m_timeline(m_host, m_desk, m_instrument, scenario.timeline)

@@ -20,6 +20,11 @@ QString helperBesideProgram()
     return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("TarvinelMiniBar"));
 }
 
+QString dataBesideProgram()
+{
+    return QDir::cleanPath(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../data")));
+}
+
 } // namespace
 
 OptionsResult parseOptions(const QStringList& arguments, SimulatorOptions& options, QString& text)
@@ -30,6 +35,10 @@ OptionsResult parseOptions(const QStringList& arguments, SimulatorOptions& optio
         QStringLiteral("path"), helperBesideProgram());
     const QCommandLineOption scenario(QStringLiteral("scenario"), translated("A scenario to play (JSON)."),
                                       QStringLiteral("file"));
+    const QCommandLineOption waveforms(
+        QStringLiteral("waveforms"),
+        translated("The folder of the quick waveforms; ../data beside this program if left out."),
+        QStringLiteral("folder"), dataBesideProgram());
     const QCommandLineOption anchor(
         QStringLiteral("anchor"), translated("Where the top right corner of the bar is to stand, in pixels."),
         QStringLiteral("x,y"));
@@ -49,7 +58,7 @@ OptionsResult parseOptions(const QStringList& arguments, SimulatorOptions& optio
         translated("Plays the main application of a mini bar, with a simulated signal "
                    "generator."));
     const QCommandLineOption help = parser.addHelpOption();
-    parser.addOptions({helper, scenario, anchor, minimised, traffic, noWindow, exitAfterClose});
+    parser.addOptions({helper, scenario, waveforms, anchor, minimised, traffic, noWindow, exitAfterClose});
 
     const bool parsed = parser.parse(arguments);
     if (parsed && parser.isSet(help)) {
@@ -66,6 +75,7 @@ OptionsResult parseOptions(const QStringList& arguments, SimulatorOptions& optio
     }
     options.helper = parser.value(helper);
     options.scenario = parser.value(scenario);
+    options.waveforms = parser.value(waveforms);
     options.minimised = parser.isSet(minimised);
     options.printTraffic = parser.isSet(traffic);
     options.window = !parser.isSet(noWindow);

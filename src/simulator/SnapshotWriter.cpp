@@ -1,6 +1,7 @@
 #include "simulator/SnapshotWriter.h"
 
 #include "link/Keys.h"
+#include "link/SweepSnapshot.h"
 #include "simulator/SignalGenerator.h"
 #include "utils/NumberText.h"
 
@@ -31,9 +32,41 @@ QJsonObject transmitterSection(const SignalGenerator& instrument)
     return section;
 }
 
-QJsonObject modulationSection(const SignalGenerator& /*instrument*/)
+QJsonObject sweepSection(const SignalGenerator& instrument)
 {
-    return {{Keys::enabled, false}, {Keys::businesses, QJsonArray()}};
+    if (!instrument.isOpen())
+        return {};
+    const SweepSnapshot& sweep = instrument.sweep();
+    QJsonArray supported;
+    for (const SweepPlanId plan : sweep.supportedPlanIds)
+        supported.append(MinibarHelperProtocol::planWord(plan));
+    QJsonObject section = MinibarHelperProtocol::writeSweepSettings(sweep.settings);
+    section.insert(Keys::available, sweep.available);
+    section.insert(Keys::revision, sweep.revision);
+    section.insert(Keys::supportedPlanIds, supported);
+    return section;
+}
+
+QJsonObject itemSection(const ModulationBank::Entry& entry)
+{
+    const ModulationItem& item = *entry.item;
+    return {{Keys::id, item.names().id},       {Keys::name, item.names().name},
+            {Keys::text, item.names().text},   {Keys::editorKind, item.names().id},
+            {Keys::editorState, item.state()}, {Keys::profile, item.profile()},
+            {Keys::revision, entry.revision}};
+}
+
+QJsonObject modulationSection(const SignalGenerator& instrument)
+{
+    QJsonArray items;
+    if (!instrument.isOpen())
+        return {{Keys::enabled, false}, {Keys::businesses, items}};
+    const ModulationBank& bank = instrument.modulation();
+    for (const ModulationBank::Entry& entry : bank.entries())
+        items.append(itemSection(entry));
+    return {{Keys::enabled, !bank.enabledId().isEmpty()},
+            {Keys::enabledBusinessId, bank.enabledId()},
+            {Keys::businesses, items}};
 }
 
 struct Section
@@ -42,9 +75,10 @@ struct Section
     QJsonObject (*write)(const SignalGenerator& instrument);
 };
 
-// The sections of a snapshot. An instrument without a sweep tells none.
+// The sections of a snapshot. One that is empty is left out: a closed instrument tells no sweep.
 const Section sections[] = {
     {Keys::tx, transmitterSection},
+    {Keys::sweep, sweepSection},
     {Keys::mod, modulationSection},
 };
 
@@ -53,8 +87,11 @@ const Section sections[] = {
 QJsonObject snapshotOf(const SignalGenerator& instrument)
 {
     QJsonObject snapshot;
-    for (const Section& section : sections)
-        snapshot.insert(section.key, section.write(instrument));
+    for (const Section& section : sections) {
+        const QJsonObject content = section.write(instrument);
+        if (!content.isEmpty())
+            snapshot.insert(section.key, content);
+    }
     return snapshot;
 }
 

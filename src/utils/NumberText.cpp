@@ -18,6 +18,8 @@ struct UnitName
 constexpr UnitName frequencyUnits[] = {{9, "GHz"}, {6, "MHz"}, {3, "kHz"}, {0, "Hz"}};
 constexpr UnitName timeUnits[] = {{0, "s"}, {-3, "ms"}, {-6, "\u00b5s"}, {-9, "ns"}, {-12, "ps"}};
 
+constexpr UnitName countUnits[] = {{12, "T"}, {9, "G"}, {6, "M"}, {3, "k"}, {0, ""}};
+
 constexpr int frequencyDecimals = 3; // of a hertz: the resolution is 1 mHz
 constexpr int maximumDecimals = 15;
 
@@ -43,6 +45,24 @@ QString inUnit(const Decimal& value, const UnitName& unit, int minimumDecimals)
     return plainText(shifted(value, -unit.exponent), minimumDecimals);
 }
 
+// With at most `decimals` decimals of the unit that fits after rounding; empty for zero, which has no
+// magnitude.
+template <std::size_t count>
+QString normalized(double number, int decimals, const UnitName (&units)[count])
+{
+    if (!std::isfinite(number)) {
+        return noNumber();
+    }
+    const Decimal exact = shortestDecimal(number);
+    const int kept = qBound(0, decimals, maximumDecimals) - unitFor(exact, units).exponent;
+    const Decimal value = rounded(exact, kept);
+    if (value.isZero()) {
+        return {};
+    }
+    const UnitName& unit = unitFor(value, units);
+    return inUnit(value, unit, 0) + QString::fromUtf8(unit.text);
+}
+
 } // namespace
 
 QString normalizeFrequency(double hz, bool trimZeros, bool spaceBeforeUnit)
@@ -59,17 +79,14 @@ QString normalizeFrequency(double hz, bool trimZeros, bool spaceBeforeUnit)
 
 QString normalizeTimeSpan(double seconds, int decimals)
 {
-    if (!std::isfinite(seconds)) {
-        return noNumber();
-    }
-    const Decimal exact = shortestDecimal(seconds);
-    const int kept = qBound(0, decimals, maximumDecimals) - unitFor(exact, timeUnits).exponent;
-    const Decimal value = rounded(exact, kept);
-    if (value.isZero()) {
-        return QStringLiteral("0s");
-    }
-    const UnitName& unit = unitFor(value, timeUnits);
-    return inUnit(value, unit, 0) + QString::fromUtf8(unit.text);
+    const QString text = normalized(seconds, decimals, timeUnits);
+    return text.isEmpty() ? QStringLiteral("0s") : text;
+}
+
+QString normalize1K(double count, int decimals)
+{
+    const QString text = normalized(count, decimals, countUnits);
+    return text.isEmpty() ? QStringLiteral("0") : text;
 }
 
 QString toString(double value, int decimals, bool trimZeros)

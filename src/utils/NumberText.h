@@ -16,6 +16,10 @@ namespace Utils {
 // zeros trimmed: "2.5ms". The unit is chosen by the magnitude after rounding; zero gives "0s".
 [[nodiscard]] QString normalizeTimeSpan(double seconds, int decimals);
 
+// A count with at most `decimals` decimals of its magnitude, zeros trimmed: "1.23M". The magnitude (none, k,
+// M, G, T) is chosen after rounding, in steps of a thousand.
+[[nodiscard]] QString normalize1K(double count, int decimals);
+
 // A plain number with `decimals` decimals (0 to 15), zeros trimmed on demand; never "-0".
 [[nodiscard]] QString toString(double value, int decimals, bool trimZeros);
 

@@ -1,36 +1,18 @@
 #include "simulator/ErrorTexts.h"
 #include "simulator/InstrumentCommands.h"
+#include "simulator/JsonTexts.h"
 #include "simulator/QuantityText.h"
 #include "simulator/Scenario.h"
 #include "simulator/SignalGenerator.h"
 #include "simulator/SnapshotWriter.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QSignalSpy>
 #include <QtTest>
 
 #include <limits>
 
 using namespace Simulator;
-
-namespace {
-
-QJsonObject object(const QByteArray& json)
-{
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
-    if (!document.isObject())
-        qFatal("No object: %s", json.constData());
-    return document.object();
-}
-
-QByteArray text(const QJsonObject& json)
-{
-    return QJsonDocument(json).toJson(QJsonDocument::Compact);
-}
-
-} // namespace
 
 class TestSimulator final : public QObject
 {
@@ -103,8 +85,8 @@ void TestSimulator::commands_data()
     row("level array", "SOUR:POW:LEV", R"({"dbm":[-10]})", "INVALID_ARG");
 
     add("state", "STAT:SNAP?", "{}", "", "", "{}");
-    row("sweep", "SOUR:SWEEP:CONF", "{}", "NOT_SUPPORTED");
-    row("modulation", "SOUR:MOD:CONF", "{}", "NOT_SUPPORTED");
+    row("sweep without arguments", "SOUR:SWEEP:CONF", "{}", "INVALID_ARG");
+    row("modulation without arguments", "SOUR:MOD:CONF", "{}", "INVALID_ARG");
     add("unknown", "SOUR:COFFEE", "{}", "NOT_SUPPORTED", "NOT_SUPPORTED", "{}");
     add("wrong case", "outp:stat", R"({"enabled":true})", "NOT_SUPPORTED", "NOT_SUPPORTED", "{}");
 }
@@ -199,9 +181,11 @@ void TestSimulator::snapshots()
     scenario.initial.applyTo(instrument);
     const QJsonObject snapshot = snapshotOf(instrument);
     QTEST(text(snapshot.value(QStringLiteral("tx")).toObject()), "tx");
-    QCOMPARE(text(snapshot.value(QStringLiteral("mod")).toObject()),
-             QByteArray(R"({"businesses":[],"enabled":false})"));
-    QVERIFY(!snapshot.contains(QStringLiteral("sweep")));
+    const QJsonObject mod = snapshot.value(QStringLiteral("mod")).toObject();
+    QCOMPARE(mod.value(QStringLiteral("enabled")), QJsonValue(false));
+    const bool open = object(settings).value(QStringLiteral("deviceOpen")) != QJsonValue(false);
+    QCOMPARE(snapshot.contains(QStringLiteral("sweep")), open);
+    QCOMPARE(mod.value(QStringLiteral("businesses")).toArray().isEmpty(), !open);
     QVERIFY(!snapshot.contains(QStringLiteral("seq")));
 }
 
@@ -328,6 +312,24 @@ void TestSimulator::brokenScenarios_data()
     row(R"({"initial":{"rf":true,"deviceOpen":false}})",
         "initial.rf: cannot be on while the instrument is closed.");
     row(R"({"initial":{"centerHz":8999}})", "initial.centerHz: must be a number from 9000 to 6000000000.");
+    row(R"({"initial":{"sweep":{"speed":1}}})", "initial.sweep.speed: is not a known key.");
+    row(R"({"initial":{"sweep":{"available":1}}})", "initial.sweep.available: must be true or false.");
+    row(R"({"initial":{"sweep":{"supportedPlanIds":[]}}})",
+        "initial.sweep.supportedPlanIds: must be an array of 'fscan', 'lscan' or both.");
+    row(R"({"initial":{"sweep":{"selectedPlanId":"zigzag"}}})",
+        "initial.sweep.selectedPlanId: must be the word of a sweep plan.");
+    row(R"({"initial":{"sweep":{"frequencyPlan":{"startHz":1e9,"stopHz":2e9}}}})",
+        "initial.sweep.frequencyPlan.stepHz: is missing.");
+    row(R"({"initial":{"sweep":{"levelPlan":{"startDbm":0,"stopDbm":21,"stepDb":1}}}})",
+        "initial.sweep.levelPlan.stopDbm: must be a number from -120 to 20.");
+    row(R"({"initial":{"sweep":{"levelPlan":{"startDbm":5,"stopDbm":0,"stepDb":1}}}})",
+        "initial.sweep: is refused: The stop level must lie above the start level (5 dBm).");
+    row(R"({"timeline":[{"afterReady":0,"set":{"sweep":{"dwellSeconds":0}}}]})",
+        "timeline[0].set.sweep.dwellSeconds: must be a number from 1e-06 to 100.");
+    row(R"({"timeline":[{"afterReady":0,"set":{"enabledBusinessId":"streaming"}}]})",
+        "timeline[0].set.enabledBusinessId: must be the id of a modulation that needs no file, or empty.");
+    row(R"({"initial":{"enabledBusinessId":"cw"}})",
+        "initial.enabledBusinessId: must be the id of a modulation that needs no file, or empty.");
     row(R"({"initial":{"levelDbm":20.1}})", "initial.levelDbm: must be a number from -120 to 20.");
     row(R"({"overlay":7})", "overlay: must be an object.");
     row(R"({"timeline":[{"show":true}]})", "timeline[0]: needs either 'afterReady' or 'afterVisible'.");

@@ -1,11 +1,6 @@
-#include "host/FakeHelper.h"
-#include "simulator/RequestDesk.h"
-#include "simulator/Scenario.h"
-#include "simulator/ScenarioTimeline.h"
-#include "simulator/SignalGenerator.h"
+#include "simulator/Bench.h"
 
 #include <QElapsedTimer>
-#include <QJsonObject>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -28,59 +23,9 @@ QString tune(int id, const QString& hz)
     return request(id, QStringLiteral("SOUR:FREQ:CENT"), QStringLiteral("\"hz\":") + hz);
 }
 
-Scenario scenarioOf(const QByteArray& json)
-{
-    Scenario scenario;
-    QString error;
-    if (!parseScenario(json, scenario, error))
-        qFatal("%s", qPrintable(error));
-    return scenario;
-}
-
-// A ready mini bar in front of a simulated instrument; the first snapshot has been heard.
-struct Bench
-{
-    explicit Bench(const QByteArray& json)
-        : Bench(scenarioOf(json))
-    {}
-    explicit Bench(const Scenario& scenario)
-        : desk(f.host, instrument, scenario)
-        , timeline(f.host, desk, instrument, scenario.timeline)
-    {
-        scenario.initial.applyTo(instrument);
-        f.reachReady();
-        first = payload(QStringLiteral("EVT"));
-    }
-
-    QJsonObject hear(const QString& word) { return f.helper.hearObject(word); }
-    QJsonObject payload(const QString& word)
-    {
-        return hear(word).value(QStringLiteral("payload")).toObject();
-    }
-    QString errorCode()
-    {
-        return hear(QStringLiteral("RSP"))
-            .value(QStringLiteral("error"))
-            .toObject()
-            .value(QStringLiteral("code"))
-            .toString();
-    }
-
-    HostFixture f;
-    SignalGenerator instrument;
-    RequestDesk desk;
-    ScenarioTimeline timeline;
-    QJsonObject first;
-};
-
 QJsonValue tx(const QJsonObject& snapshot, const char* key)
 {
     return snapshot.value(QStringLiteral("tx")).toObject().value(QLatin1String(key));
-}
-
-int seq(const QJsonObject& snapshot)
-{
-    return snapshot.value(QStringLiteral("seq")).toInt();
 }
 
 } // namespace

@@ -98,6 +98,7 @@ private slots:
     void switchesAskTheInstrument();
     void windowFollowsTheInstrument();
     void closedInstrumentLocksItsControls();
+    void sweepAndModulationAreShown();
     void everyControlHasAName();
     void lastRequests();
     void minimiseButtonAndClose();
@@ -192,6 +193,36 @@ void TestSimulatorWindow::closedInstrumentLocksItsControls()
     panel.press("Instrument Open");
     QVERIFY(panel.find<QuantitySpinBox>("frequencyField")->isEnabled());
     QVERIFY(panel.half("RF output ON")->isEnabled());
+}
+
+void TestSimulatorWindow::sweepAndModulationAreShown()
+{
+    Panel panel;
+    const auto shows = [&panel](const char* name, const char* text) {
+        QCOMPARE(panel.find<QLabel>(name)->text(), QString::fromUtf8(text));
+    };
+    shows("sweepDetail", "1 GHz to 2 GHz\nstep 10 MHz, dwell 1 ms");
+    shows("sweepState", "OFF");
+    shows("modulationDetail", "None");
+    shows("modulationState", "OFF");
+    SweepTurn turn;
+    turn.enabled = true;
+    turn.selectedPlanId = SweepPlanId::LevelScan;
+    panel.instrument.turnSweep(turn);
+    panel.instrument.turnModulation(QStringLiteral("pm"));
+    shows("sweepDetail", "-20 dBm to -19 dBm\nstep 1 dB, dwell 1 ms");
+    shows("sweepState", "ON");
+    shows("modulationDetail", "Phase Modulation");
+    shows("modulationState", "ON");
+    turn.available = false;
+    turn.selectedPlanId = SweepPlanId::Unsupported;
+    panel.instrument.turnSweep(turn);
+    shows("sweepDetail", "A plan that the mini bar cannot show");
+    panel.instrument.turnModulation(QString());
+    shows("modulationState", "OFF");
+    panel.press("Instrument Closed");
+    QVERIFY(!panel.find<QLabel>("sweepDetail")->isEnabled());
+    QVERIFY(!panel.find<QLabel>("modulationState")->isEnabled());
 }
 
 void TestSimulatorWindow::everyControlHasAName()
@@ -360,6 +391,7 @@ void TestSimulatorWindow::options()
     QString said;
     QTEST(parseOptions(QStringList{QStringLiteral("program")} + arguments, options, said), "result");
     QVERIFY2(said.contains(text) && said.isEmpty() == text.isEmpty(), qPrintable(said));
+    QVERIFY(options.waveforms.endsWith(QLatin1String("/data")) || !text.isEmpty());
     QVERIFY(options.helper.endsWith(QLatin1String("/TarvinelMiniBar")) || !text.isEmpty());
     if (arguments.contains(QStringLiteral("1200,40")))
         QCOMPARE(options.anchor, std::optional<QPoint>(QPoint(1200, 40)));

@@ -93,6 +93,8 @@ private slots:
     void timeSpan_data();
     void timeSpan();
     void timeSpanReadsBackRounded();
+    void magnitude_data();
+    void magnitude();
     void number_data();
     void number();
     void numberReadsBackRounded();
@@ -243,6 +245,40 @@ void NumberTextTest::timeSpanReadsBackRounded()
                                                : scaled(roundedQuotient(count, dropped), dropped - places);
         QVERIFY2(parts.value() == expected, qPrintable(text));
     }
+}
+
+void NumberTextTest::magnitude_data()
+{
+    QTest::addColumn<double>("count");
+    QTest::addColumn<int>("decimals");
+    QTest::addColumn<QString>("expected");
+
+    const auto row = [](const char* name, double count, int decimals, const char* expected) {
+        QTest::newRow(name) << count << decimals << QString::fromLatin1(expected);
+    };
+    row("zero", 0, 2, "0");
+    row("one", 1, 2, "1");
+    row("below a thousand", 999, 2, "999");
+    row("a thousand", 1000, 2, "1k");
+    row("trimmed", 48000, 2, "48k");
+    row("rounded up", 1235, 2, "1.24k");
+    row("below a million", 999994, 2, "999.99k");
+    row("rounded to a million", 999995, 2, "1M");
+    row("millions", 1234567, 2, "1.23M");
+    row("rounded to a billion", 999995000, 2, "1G");
+    row("billions", 26.5e9, 2, "26.5G");
+    row("the largest unit", 12345e12, 2, "12345T");
+    row("no decimals", 1500, 0, "2k");
+    row("negative", -48000, 2, "-48k");
+    row("infinite", infinity, 2, "--");
+    row("no number", notANumber, 2, "--");
+}
+
+void NumberTextTest::magnitude()
+{
+    QFETCH(double, count);
+    QFETCH(int, decimals);
+    QTEST(Utils::normalize1K(count, decimals), "expected");
 }
 
 void NumberTextTest::number_data()

@@ -4,7 +4,6 @@
 namespace {
 
 constexpr int lineLimit = 0x1000000; // bytes; the longest line that the protocol allows
-constexpr int floodLines = 250000;
 
 // Sends the pieces one after the other and does no more.
 std::function<void(PeerSession&)> pieces(const QVector<QByteArray>& parts)
@@ -20,42 +19,45 @@ QVector<QByteArray> singleBytes(const QByteArray& text)
     return parts;
 }
 
+// `times` lines in one piece; `line` gives each with its end.
+QByteArray flood(int times, const std::function<QByteArray(int)>& line)
+{
+    QByteArray all;
+    all.reserve(times * line(times).size()); // the last one is the longest
+    for (int i = 1; i <= times; ++i)
+        all.append(line(i)); // += of a sum would take memory anew for every line
+    return all;
+}
+
 void floodUnknown(PeerSession& session)
 {
-    QByteArray flood;
-    for (int i = 0; i < floodLines; ++i)
-        flood += "NOISE " + QByteArray::number(i) + '\n';
-    session.main().sendBytes(flood);
+    session.main().sendBytes(
+        flood(250000, [](int i) -> QByteArray { return "NOISE " + QByteArray::number(i) + '\n'; }));
 }
 
 void floodSnapshots(PeerSession& session)
 {
-    constexpr int times = 100000;
     constexpr int alike = 10; // so many in a row say the same
-    QByteArray flood;
-    for (int i = 1; i <= times; ++i)
-        flood += R"(EVT {"event":"STAT:SNAP","payload":{"seq":)" + QByteArray::number(i) +
-                 R"(,"tx":{"centerHz":)" + QByteArray::number(i / alike) + "}}}\n";
-    session.main().sendBytes(flood);
+    session.main().sendBytes(flood(100000, [](int i) -> QByteArray {
+        return R"(EVT {"event":"STAT:SNAP","payload":{"seq":)" + QByteArray::number(i) +
+               R"(,"tx":{"centerHz":)" + QByteArray::number(i / alike) + "}}}\n";
+    }));
 }
 
 void floodSwitching(PeerSession& session)
 {
-    constexpr int times = 1000; // each restyles the RF buttons
-    QByteArray flood;
-    for (int i = 1; i <= times; ++i)
-        flood += QByteArray(R"(EVT {"event":"STAT:SNAP","payload":{"tx":{"rf":)") +
-                 (i % 2 == 0 ? "true" : "false") + "}}}\n";
-    session.main().sendBytes(flood);
+    // Each restyles the RF buttons.
+    session.main().sendBytes(flood(1000, [](int i) -> QByteArray {
+        return QByteArray(R"(EVT {"event":"STAT:SNAP","payload":{"tx":{"rf":)") +
+               (i % 2 == 0 ? "true" : "false") + "}}}\n";
+    }));
 }
 
 void floodShow(PeerSession& session)
 {
-    constexpr int times = 5000;
-    QByteArray flood;
-    for (int i = 0; i < times; ++i)
-        flood += "SHOW_MINIBAR " + QByteArray::number(300 + i % 400) + ",100\n";
-    session.main().sendBytes(flood);
+    session.main().sendBytes(flood(5000, [](int i) -> QByteArray {
+        return "SHOW_MINIBAR " + QByteArray::number(300 + i % 400) + ",100\n";
+    }));
 }
 
 void floodShowHide(PeerSession& session)

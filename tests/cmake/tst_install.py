@@ -1,0 +1,48 @@
+"""What `cmake --install` makes: a tree that can be moved anywhere and runs from there.
+
+usage: tst_install.py BUILD
+"""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+BUILD = pathlib.Path(sys.argv.pop(1)).resolve()
+DEADLINE = 60  # s, for a program that does not end by itself
+
+
+class Install(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        first = self.folder / "first"
+        subprocess.run(["cmake", "--install", BUILD, "--prefix", first], check=True, stdout=subprocess.DEVNULL)
+        self.tree = self.folder / "moved here, with blanks"
+        shutil.move(first, self.tree)
+
+    def files(self, folder):
+        return sorted(str(path.relative_to(folder)) for path in folder.rglob("*") if path.is_file())
+
+    def test_has_the_shape_of_the_stage(self):
+        self.assertEqual(self.files(BUILD / "stage"), self.files(self.tree))
+        self.assertIn("bin/TarvinelMiniBar", self.files(self.tree))
+
+    def test_runs_where_it_was_moved_to(self):
+        # The bar is shown, which takes the installed style sheets, and is told to end.
+        scenario = self.folder / "scenario.json"
+        scenario.write_text('{"timeline": [{"afterVisible": 0, "shutdown": true}]}')
+        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_RUNTIME_DIR=str(self.folder))
+        program = subprocess.run(
+            [self.tree / "bin/TarvinelSimulator", "--no-window", "--minimised", "--exit-after-close",
+             "--print-traffic", "--scenario", scenario],
+            env=environment, cwd=self.folder, timeout=DEADLINE, text=True, stdout=subprocess.PIPE)
+        self.assertEqual(0, program.returncode, program.stdout)
+        for word in ("READY", "SHOW_MINIBAR", "VISIBLE", "SHUTDOWN"):
+            self.assertIn(word, program.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

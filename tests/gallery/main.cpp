@@ -9,6 +9,7 @@
 #include "minibar/EditorPopup.h"
 #include "minibar/StyleSheets.h"
 #include "modeditors/RemoteModEditorHost.h"
+#include "modeditors/contract/RemoteModEditor.h"
 #include "support/Translators.h"
 
 #include <QApplication>
@@ -59,13 +60,15 @@ public:
         m_popup.setStyleSheet(modPopupStyleSheet(light));
     }
 
-    // False if a picture could not be written.
+    // False if there is no such editor or a picture could not be written.
     bool render(const GalleryItem& item, const QString& name)
     {
         const QString title = QString::fromUtf8(item.title);
         m_popup.setTitle(title);
         m_host->setModulationItem(name, title, title, object(item.state), QString::fromUtf8(item.kind),
                                   object(item.profile), 1, item.enabled);
+        if (!m_host->findChild<RemoteModEditor*>())
+            return false;
         m_popup.open(&m_anchor, m_bar.geometry(), true);
         QCoreApplication::processEvents();
         bool written = save(m_dialog, name);

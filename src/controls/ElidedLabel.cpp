@@ -20,13 +20,19 @@ void ElidedLabel::setSmallestSize(int pixels)
     update();
 }
 
+void ElidedLabel::setElideMode(Qt::TextElideMode mode)
+{
+    m_elideMode = mode;
+    update();
+}
+
 QStringList ElidedLabel::shownLines() const
 {
     const QFontMetrics metrics(fittingFont());
     const int width = contentsRect().width();
     const QString whole = text();
     if (m_lines == 1 || metrics.horizontalAdvance(whole) <= width) {
-        return {metrics.elidedText(whole, Qt::ElideRight, width)};
+        return {metrics.elidedText(whole, m_elideMode, width)};
     }
     QStringList lines;
     QTextLayout layout(whole, font());

@@ -12,14 +12,16 @@
 #include <QPointer>
 #include <QScreen>
 #include <QSettings>
+#include <QSplitter>
 
 namespace Controls {
 namespace {
 
 constexpr QSize usualSize(760, 480);
-constexpr int border = 1; // pixels, as the next two
+constexpr int border = 1; // pixels, as the next three
 constexpr int inset = 8;
 constexpr int titleHeight = 36;
+constexpr int placesWidth = 150;
 
 // The toolkit's dialog keeps its history in the user's settings of the toolkit. While this object lives they
 // lie where nothing can be: below a file.
@@ -54,9 +56,9 @@ public:
         setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
         setAttribute(Qt::WA_QuitOnClose, false);
         setAcceptMode(AcceptOpen);
-        m_title->setObjectName(QStringLiteral("titleLabel"));
+        m_title->setObjectName(QStringLiteral("chooserTitle"));
         m_title->setText(caption);
-        m_title->setIndent(inset);
+        m_title->setContentsMargins(inset, 0, inset, 0);
         if (parent)
             parent->installEventFilter(this);
     }
@@ -75,6 +77,9 @@ public:
         const QScreen* const screen =
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
+        setViewMode(List); // names are what counts, and they need room
+        if (auto* const parts = findChild<QSplitter*>())
+            parts->setSizes({placesWidth, usualSize.width() - placesWidth});
         resize(usualSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));
         move(room.center() - rect().center());
     }

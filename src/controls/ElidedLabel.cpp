@@ -30,8 +30,18 @@ void ElidedLabel::setSmallestSize(int pixels)
     update();
 }
 
+void ElidedLabel::setElideMode(Qt::TextElideMode mode)
+{
+    m_elideMode = mode;
+    update();
+}
+
 QStringList ElidedLabel::shownLines() const
 {
+    if (m_lines == 1) {
+        const QFontMetrics metrics(fittingFont());
+        return {metrics.elidedText(text(), m_elideMode, contentsRect().width())};
+    }
     return elidedLines(text(), fittingFont(), contentsRect().width(), m_lines);
 }
 

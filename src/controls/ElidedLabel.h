@@ -19,6 +19,8 @@ public:
 
     // A text of one line gets smaller, down to this size in pixels, before it is shortened; 0: never.
     void setSmallestSize(int pixels);
+    // Where a text of one line is shortened; at its end unless told otherwise.
+    void setElideMode(Qt::TextElideMode mode);
 
     // What stands in the label at its present width, one entry a line.
     [[nodiscard]] QStringList shownLines() const;
@@ -41,6 +43,7 @@ private:
 
     int m_lines;
     int m_smallestSize = 0;
+    Qt::TextElideMode m_elideMode = Qt::ElideRight;
 };
 
 } // namespace Controls

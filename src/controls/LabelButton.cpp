@@ -56,6 +56,11 @@ void LabelButton::setLabelAlignment(Qt::Alignment alignment)
     }
 }
 
+void LabelButton::setLabelElideMode(Qt::TextElideMode mode)
+{
+    m_infoLabel->setElideMode(mode);
+}
+
 void LabelButton::arrange(const QRect& area)
 {
     const QSize caption = textLabel()->sizeHint();

@@ -20,6 +20,8 @@ public:
     virtual void setLabelText(const QString& text);
     [[nodiscard]] Qt::Alignment labelAlignment() const;
     void setLabelAlignment(Qt::Alignment alignment);
+    // Where a value that does not fit is shortened; at its end unless told otherwise.
+    void setLabelElideMode(Qt::TextElideMode mode);
 
 protected:
     void arrange(const QRect& area) override;

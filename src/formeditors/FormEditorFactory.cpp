@@ -19,6 +19,8 @@ constexpr FormEditorKind formEditorKinds[] = {
     {QLatin1String("pulse"), createPulsePanel},
     {QLatin1String("digital-ramp"), createRampPanel},
     {QLatin1String("awgn"), createAwgnPanel},
+    {QLatin1String("playback"), createArbPanel},
+    {QLatin1String("streaming"), createStreamingPanel},
     {QLatin1String("dsss"), createDsssPanel},
     {QLatin1String("ofdm"), createOfdmPanel},
 };

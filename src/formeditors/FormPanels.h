@@ -10,5 +10,7 @@ class RemoteModEditor;
 [[nodiscard]] RemoteModEditor* createPulsePanel(QWidget* parent);
 [[nodiscard]] RemoteModEditor* createRampPanel(QWidget* parent);
 [[nodiscard]] RemoteModEditor* createAwgnPanel(QWidget* parent);
+[[nodiscard]] RemoteModEditor* createArbPanel(QWidget* parent);
+[[nodiscard]] RemoteModEditor* createStreamingPanel(QWidget* parent);
 [[nodiscard]] RemoteModEditor* createDsssPanel(QWidget* parent);
 [[nodiscard]] RemoteModEditor* createOfdmPanel(QWidget* parent);

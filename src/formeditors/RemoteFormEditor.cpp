@@ -35,11 +35,6 @@ void showChecked(LabelButton* button, bool checked)
     }
 }
 
-bool isOn(const QJsonValue& value)
-{
-    return value.isBool() ? value.toBool() : std::trunc(value.toDouble()) != 0;
-}
-
 } // namespace
 
 RemoteFormEditor::RemoteFormEditor(QWidget* parent)
@@ -166,7 +161,13 @@ void RemoteFormEditor::showChoice(const QString& key)
 
 void RemoteFormEditor::showSwitch(const QString& key)
 {
-    showStatus(m_switchFields.value(key), isOn(m_editorState.value(key)));
+    showStatus(m_switchFields.value(key), isSwitchOn(key));
+}
+
+bool RemoteFormEditor::isSwitchOn(const QString& key) const
+{
+    const QJsonValue value = m_editorState.value(key);
+    return value.isBool() ? value.toBool() : std::trunc(value.toDouble()) != 0;
 }
 
 // Edits. Whoever hears of one may apply another state, or delete the editor.

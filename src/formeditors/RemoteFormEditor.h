@@ -51,6 +51,9 @@ protected:
     // Called last when a state is applied, for what follows from state and profile.
     virtual void applyPanelState();
 
+    // What a bound switch is to show of the state.
+    [[nodiscard]] virtual bool isSwitchOn(const QString& key) const;
+
     // As last applied.
     [[nodiscard]] const QJsonObject& editorState() const { return m_editorState; }
     [[nodiscard]] const QJsonObject& profile() const { return m_profile; }

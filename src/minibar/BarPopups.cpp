@@ -10,6 +10,7 @@
 #include "modeditors/contract/NumericFieldSpec.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDialog>
 #include <algorithm>
 
@@ -185,6 +186,11 @@ void BarPopups::editModField(const QString& key, QAbstractButton* anchor)
 EditorPopup* BarPopups::openPopup()
 {
     return m_sweep.isOpen() ? &m_sweep : m_mod.isOpen() ? &m_mod : nullptr;
+}
+
+bool BarPopups::isDialogOpen() const
+{
+    return owns(QApplication::activeModalWidget()) && !m_edit.isOpen();
 }
 
 bool BarPopups::handleDeactivation()

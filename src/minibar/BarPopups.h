@@ -53,6 +53,9 @@ public:
     {
         return m_sweep.owns(object) || m_mod.owns(object);
     }
+    // An editor has a modal dialog open, other than the keyboard: until it closes, all that happens is its
+    // affair.
+    [[nodiscard]] bool isDialogOpen() const;
     [[nodiscard]] bool isMenuVisible() const { return m_menu.isVisible(); }
     [[nodiscard]] bool isMenu(const QObject* object) const { return m_menu.owns(object); }
 

@@ -87,6 +87,8 @@ bool RemoteMiniBarWindow::handlePointer(QWidget* target, const QMouseEvent* even
 
 bool RemoteMiniBarWindow::handlePress(const QWidget* target, const QMouseEvent* event)
 {
+    if (m_popups->isDialogOpen())
+        return false;
     if (m_mode == MiniBarMode::Expanded && m_popups->handlePress(target))
         return true;
     const QPoint position = event->globalPos();
@@ -126,7 +128,7 @@ bool RemoteMiniBarWindow::endDrag()
 
 void RemoteMiniBarWindow::collapseOnDeactivation()
 {
-    if (m_mode != MiniBarMode::Expanded || m_popups->handleDeactivation())
+    if (m_mode != MiniBarMode::Expanded || m_popups->isDialogOpen() || m_popups->handleDeactivation())
         return;
     if (!m_popups->isMenuVisible() && !m_numericEdit.isOpen() && !m_numericEdit.hasJustClosed())
         setMode(MiniBarMode::Collapsed);

@@ -112,13 +112,41 @@ QVector<ExpectedForm> digitalForms()
          {{"btnNullDC", "NullDC"}, {"btnWindowed", "Windowed"}}, {QStringLiteral("%1 samples")}},
     };
 }
+
+QVector<ExpectedForm> fileForms()
+{
+    return {
+        {"playback", "ArbPanel", "RemoteArbPanel",
+         {enabled, {"btnFileName", value, "File Name"}, {"btnLoad", command, "Load"},
+          {"btnSampleRate", value, "Sample Rate"}, {"btnIQScale", value, "I/Q Scale(%)"},
+          {"btnAutoScale", onOff, "Auto Scale"}, {"btnSampleOffset", value, "Sample Offset"},
+          {"btnSamplesToUse", value, "Samples To Use"}, {"btnPeriod", value, "Period_Arb"},
+          {"btnSignalLen", value, "Signal Length"}, {"btnSamplesInFile", value, "Samples In File"},
+          {"btnPeriodLen", value, "Period Length"}},
+         {{"btnSampleRate", "SampleRate", "Sample Rate", frequency, "", 1000000, 3, false, 1, none},
+          {"btnIQScale", "IQScale", "I/Q Scale(%)", "", "", 1, 2, false, 0.01, 100},
+          {"btnSampleOffset", "SampleOffset", "Sample Offset", "", "125", 1, 0, true, 0, none},
+          {"btnSamplesToUse", "SamplesToUse", "Samples To Use", "", "125", 1, 0, true, 0, none},
+          {"btnPeriod", "Period", "Period_Arb", "", "125", 1, 0, true, 1, none}},
+         {}, {{"btnAutoScale", "AutoScale"}}, {QStringLiteral("N/A")}, R"({"FileName":"/data/a.wav"})"},
+        {"streaming", "StreamingPanel", "RemoteStreamingPanel",
+         {{"Remove", "QPushButton", "Remove File"}, {"Load", "QPushButton", "Load Files"},
+          {"Unload", "QPushButton", "Unload Files"}, enabled, {"btnSampleRate", value, "Sample Rate"},
+          {"FileList", "PathList", ""}, {"btnIQScale", value, "I/Q Scale(%)"}, {"listTitle", "QLabel", "File List"},
+          {"btnTotalFiles", value, "Total Files"}, {"btnTotalSamples", value, "Total Samples"},
+          {"btnTotalDuration", value, "Total Duration"}, {"btnPlaybackPos", value, "Playback Pos"}},
+         {{"btnSampleRate", "SampleRate", "Sample Rate", frequency, "", 1000000, 3, false, 1, none},
+          {"btnIQScale", "IQScale", "I/Q Scale(%)", "", "", 1, 2, false, 0.01, 100}},
+         {}, {}, {}, R"({"FileList":["/nowhere/a.wav","/nowhere/b.wav"]})", words("FileList|listTitle")},
+    };
+}
 // clang-format on
 
 } // namespace
 
 const QVector<ExpectedForm>& expectedForms()
 {
-    static const QVector<ExpectedForm> forms = analogForms() + digitalForms();
+    static const QVector<ExpectedForm> forms = analogForms() + digitalForms() + fileForms();
     return forms;
 }
 

@@ -56,6 +56,9 @@ struct ExpectedForm
     QVector<ExpectedChoice> choices;
     QVector<ExpectedSwitch> switches;
     QStringList furtherTexts; // in the context of the class
+    // A state in which every field can be edited.
+    const char* editableState = "{}";
+    QStringList wide = {}; // what stands across both columns
 };
 
 [[nodiscard]] const QVector<ExpectedForm>& expectedForms();

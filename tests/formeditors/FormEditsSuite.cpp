@@ -26,7 +26,7 @@ void FormEditsSuite::enableSwitchAsksOnceAndGoesBack()
     QVERIFY(fixture.show());
     SwitchButton* const enabled = fixture.onOff("enabled");
     for (bool confirmed : {false, true}) {
-        fixture.apply("{}", "{}", confirmed);
+        fixture.apply(expectedForm(kind).editableState, "{}", confirmed);
         fixture.forget();
         QVector<bool> told;
         const auto connection = connect(fixture.editor, &RemoteModEditor::enabledEdited, this,

@@ -49,6 +49,7 @@ void FormFieldsSuite::everyValueButtonOpensOneField()
 {
     QFETCH(const QString, kind);
     FormFixture fixture(kind);
+    fixture.apply(expectedForm(kind).editableState, R"({"filterAlphaEditable":true})");
     QVERIFY(fixture.show());
     QStringList keys;
     const auto buttons = fixture.editor->findChildren<LabelButton*>();
@@ -80,7 +81,7 @@ void FormFieldsSuite::fieldsAreDescribed()
 {
     QFETCH(const QString, kind);
     const FormFixture fixture(kind);
-    fixture.apply("{}", R"({"filterAlphaEditable":true})");
+    fixture.apply(expectedForm(kind).editableState, R"({"filterAlphaEditable":true})");
     for (const ExpectedNumber& expected : expectedForm(kind).numbers) {
         NumericFieldSpec spec;
         spec.setMaximum(-1); // whatever was there before
@@ -107,7 +108,7 @@ void FormFieldsSuite::valuesAreDescribedAsShown()
 {
     QFETCH(const QString, kind);
     const FormFixture fixture(kind);
-    QJsonObject state;
+    QJsonObject state = json(expectedForm(kind).editableState);
     double next = 1.25;
     for (const ExpectedNumber& expected : expectedForm(kind).numbers)
         state.insert(QLatin1String(expected.key), next += 1);
@@ -124,7 +125,7 @@ void FormFieldsSuite::disabledFieldIsRefused()
 {
     QFETCH(const QString, kind);
     const FormFixture fixture(kind);
-    fixture.apply("{}", R"({"filterAlphaEditable":true})");
+    fixture.apply(expectedForm(kind).editableState, R"({"filterAlphaEditable":true})");
     for (const ExpectedNumber& expected : expectedForm(kind).numbers) {
         const QString key = QLatin1String(expected.key);
         NumericFieldSpec spec;
@@ -153,7 +154,7 @@ void FormFieldsSuite::valuesAreCommitted()
 {
     QFETCH(const QString, kind);
     const FormFixture fixture(kind);
-    fixture.apply("{}", R"({"filterAlphaEditable":true})");
+    fixture.apply(expectedForm(kind).editableState, R"({"filterAlphaEditable":true})");
     for (const ExpectedNumber& expected : expectedForm(kind).numbers) {
         fixture.forget();
         const QString before = fixture.shown(expected.button);

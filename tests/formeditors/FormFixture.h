@@ -74,6 +74,10 @@ struct FormFixture
     {
         editor->applyEditorState(json(state), json(profile), enabled);
     }
+    void apply(const QJsonObject& state, const char* profile = "{}", bool enabled = false) const
+    {
+        editor->applyEditorState(state, json(profile), enabled);
+    }
     // The one edit that has left; an empty object if there was none or more than one.
     [[nodiscard]] QJsonObject setField() const
     {
@@ -143,3 +147,6 @@ std::unique_ptr<QObject> makeFormStateSuite();
 std::unique_ptr<QObject> makeFormEditsSuite();
 std::unique_ptr<QObject> makePanelRulesSuite();
 std::unique_ptr<QObject> makeFormLookSuite();
+std::unique_ptr<QObject> makeArbPanelSuite();
+std::unique_ptr<QObject> makeStreamingPanelSuite();
+std::unique_ptr<QObject> makeFileChoiceSuite();

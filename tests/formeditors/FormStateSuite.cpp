@@ -215,7 +215,7 @@ void FormStateSuite::enableSwitchFollows()
 // A state in which every control shows something else than another number gives.
 static QJsonObject stateOf(const ExpectedForm& form, int variant)
 {
-    QJsonObject state;
+    QJsonObject state = json(form.editableState);
     for (const ExpectedNumber& number : form.numbers)
         state.insert(QLatin1String(number.key), 1 + variant * 1.5);
     for (const ExpectedChoice& choice : form.choices) {

@@ -7,7 +7,8 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     int failed = 0;
     for (const auto make : {makeFormShapeSuite, makeFormFieldsSuite, makeFormStateSuite, makeFormEditsSuite,
-                            makePanelRulesSuite, makeFormLookSuite}) {
+                            makePanelRulesSuite, makeFormLookSuite, makeArbPanelSuite,
+                            makeStreamingPanelSuite, makeFileChoiceSuite}) {
         failed += QTest::qExec(make().get(), argc, argv);
     }
     return failed;

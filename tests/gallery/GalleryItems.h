@@ -7,7 +7,7 @@ struct GalleryItem
 {
     const char* kind;
     const char* title;
-    const char* state;          // JSON
+    const char* state;          // JSON; %FILES% stands for a folder with WAV files
     const char* profile = "{}"; // JSON
     bool enabled = false;
 };

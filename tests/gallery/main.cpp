@@ -11,6 +11,7 @@
 #include "modeditors/RemoteModEditorHost.h"
 #include "modeditors/contract/RemoteModEditor.h"
 #include "support/Translators.h"
+#include "utils/WavBytes.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -18,13 +19,26 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 namespace {
 
-QJsonObject object(const char* json)
+QJsonObject object(const QByteArray& json)
 {
     return QJsonDocument::fromJson(json).object();
+}
+
+// WAV files for the items that play some; false if they cannot be written.
+bool writeWaveforms(const QString& folder)
+{
+    for (const char* name : {"tone", "a recording with a long name, made in the spring campaign", "third"}) {
+        QFile file(folder + QLatin1Char('/') + QLatin1String(name) + QLatin1String(".wav"));
+        const QByteArray chunks = WavBytes::fmt() + WavBytes::chunk("data", WavBytes::samples(123456));
+        if (!file.open(QIODevice::WriteOnly) || file.write(WavBytes::file(chunks)) < 0)
+            return false;
+    }
+    return true;
 }
 
 QString styleSheetOf(bool light)
@@ -63,9 +77,12 @@ public:
     // False if there is no such editor or a picture could not be written.
     bool render(const GalleryItem& item, const QString& name)
     {
+        if (!m_waveforms.isValid() || !writeWaveforms(m_waveforms.path()))
+            return false;
         const QString title = QString::fromUtf8(item.title);
         m_popup.setTitle(title);
-        m_host->setModulationItem(name, title, title, object(item.state), QString::fromUtf8(item.kind),
+        const QByteArray state = QByteArray(item.state).replace("%FILES%", m_waveforms.path().toUtf8());
+        m_host->setModulationItem(name, title, title, object(state), QString::fromUtf8(item.kind),
                                   object(item.profile), 1, item.enabled);
         if (!m_host->findChild<RemoteModEditor*>())
             return false;
@@ -121,6 +138,7 @@ private:
     }
 
     QString m_folder;
+    QTemporaryDir m_waveforms;
     bool m_light;
     QWidget m_bar;
     EditorPopup m_popup;

@@ -1,0 +1,126 @@
+#include "controls/OpenPath.h"
+
+#include "controls/ElidedLabel.h"
+#include "controls/ThemeManager.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLayout>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+#include <QSettings>
+#include <QSplitter>
+
+namespace Controls {
+namespace {
+
+constexpr QSize usualSize(760, 480);
+constexpr int border = 1; // pixels, as the next three
+constexpr int inset = 8;
+constexpr int titleHeight = 36;
+constexpr int placesWidth = 150;
+
+// The toolkit's dialog keeps its history in the user's settings of the toolkit. While this object lives they
+// lie where nothing can be: below a file.
+class NowhereToWrite final
+{
+public:
+    NowhereToWrite()
+        : m_folder(QFileInfo(toolkitFile()).path())
+    {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QCoreApplication::applicationFilePath() + QStringLiteral("/nowhere"));
+    }
+    ~NowhereToWrite() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder); }
+    Q_DISABLE_COPY(NowhereToWrite)
+
+private:
+    static QString toolkitFile()
+    {
+        return QSettings(QSettings::UserScope, QStringLiteral("QtProject")).fileName();
+    }
+
+    QString m_folder;
+};
+
+class FileChooser final : public QFileDialog
+{
+public:
+    FileChooser(QWidget* parent, const QString& caption, const QString& folder, const QString& filter)
+        : QFileDialog(parent, caption, folder, filter)
+    {
+        setObjectName(QStringLiteral("fileChooser"));
+        setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        setAttribute(Qt::WA_QuitOnClose, false);
+        setAcceptMode(AcceptOpen);
+        m_title->setObjectName(QStringLiteral("chooserTitle"));
+        m_title->setText(caption);
+        m_title->setContentsMargins(inset, 0, inset, 0);
+        if (parent)
+            parent->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == parent() && event->type() == QEvent::Hide && !event->spontaneous())
+            reject();
+        return QFileDialog::eventFilter(watched, event);
+    }
+
+    // In the middle of the screen that the parent is on. Its parts must be there.
+    void place()
+    {
+        layout()->setContentsMargins(inset, titleHeight + inset, inset, inset);
+        const QScreen* const screen =
+            parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
+        const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
+        setViewMode(List); // names are what counts, and they need room
+        if (auto* const parts = findChild<QSplitter*>())
+            parts->setSizes({placesWidth, usualSize.width() - placesWidth});
+        resize(usualSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));
+        move(room.center() - rect().center());
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QFileDialog::resizeEvent(event);
+        m_title->setGeometry(border, border, width() - 2 * border, titleHeight);
+    }
+
+    void paintEvent(QPaintEvent*) override
+    {
+        const ThemeManager& theme = ThemeManager::instance();
+        QPainter painter(this);
+        painter.fillRect(rect(), theme.color(ThemeManager::Border));
+        painter.fillRect(rect().adjusted(border, border, -border, -border),
+                         theme.color(ThemeManager::Surface));
+        painter.fillRect(m_title->geometry(), theme.color(ThemeManager::Raised));
+    }
+
+private:
+    ElidedLabel* m_title = new ElidedLabel(this);
+};
+
+} // namespace
+
+QString getOpenPath(const QString& folder, bool directory, const QString& caption, const QString& filter,
+                    QWidget* parent, QFileDialog::Options options)
+{
+    const NowhereToWrite nowhereToWrite;
+    const QPointer<FileChooser> chooser = new FileChooser(parent, caption, folder, filter);
+    chooser->setOptions(options | QFileDialog::DontUseNativeDialog | QFileDialog::ReadOnly);
+    chooser->setFileMode(directory ? QFileDialog::Directory : QFileDialog::ExistingFile);
+    chooser->place();
+    const bool chosen = chooser->exec() == QDialog::Accepted;
+    if (!chooser)
+        return {};
+    const QStringList paths = chosen ? chooser->selectedFiles() : QStringList();
+    delete chooser;
+    return paths.value(0);
+}
+
+} // namespace Controls

@@ -60,7 +60,8 @@ void EditorPopup::build(const QString& title, const std::function<QWidget*(QDial
     auto* layout = new QVBoxLayout(m_dialog);
     layout->setContentsMargins(0, 0, 0, bottomMargin);
     layout->setSpacing(0);
-    m_title = new QLabel(title, m_dialog);
+    m_title = new QLabel(m_dialog);
+    setTitle(title);
     m_title->setObjectName(QStringLiteral("titleLabel"));
     m_title->setWordWrap(true);
     layout->addWidget(m_title);
@@ -69,8 +70,12 @@ void EditorPopup::build(const QString& title, const std::function<QWidget*(QDial
 
 void EditorPopup::setTitle(const QString& title)
 {
-    if (m_title->text() != title)
-        m_title->setText(title);
+    if (m_title->text() == title)
+        return;
+    m_title->setText(title);
+    // For those who read the screen aloud.
+    m_host->setWindowTitle(title);
+    m_dialog->setAccessibleName(title);
 }
 
 void EditorPopup::setStyleSheet(const QString& styleSheet)

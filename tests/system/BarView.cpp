@@ -108,8 +108,11 @@ std::optional<WindowFacts> BarView::window(const QString& title) const
 bool BarView::openKeypad(Button button)
 {
     const QString title = QString::fromLatin1(buttonNames[button]);
-    if (!click(centre(button)))
-        return false;
+    return click(centre(button)) && waitForKeyboard(title);
+}
+
+bool BarView::waitForKeyboard(const QString& title)
+{
     return waitUntil([&] {
         const auto found = window(title);
         m_keypad = found ? found->id : 0;

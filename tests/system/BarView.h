@@ -19,6 +19,7 @@ public:
     [[nodiscard]] bool attach(qint64 helperId);
 
     [[nodiscard]] const TestSupport::Desktop& desktop() const { return m_desktop; }
+    [[nodiscard]] TestSupport::WindowId barWindow() const { return m_bar; }
     // What the X server says about the bar; an empty record when it is not on the screen.
     [[nodiscard]] TestSupport::WindowFacts bar() const;
     [[nodiscard]] QRect geometry() const { return bar().geometry; }
@@ -42,6 +43,8 @@ public:
 
     // Clicks a button and waits until its keypad has the keyboard.
     [[nodiscard]] bool openKeypad(Button button);
+    // Waits until the keypad with this title, opened by whatever means, has the keyboard.
+    [[nodiscard]] bool waitForKeyboard(const QString& title);
     // Whether the helper shows any window besides the bar.
     [[nodiscard]] bool isKeypadOpen() const;
     // Clicks a key of the open keypad, given by its accessible name.

@@ -41,6 +41,17 @@ public:
     // The value that a button shows, through the accessibility bus.
     [[nodiscard]] QString shown(Button button) const;
 
+    // What the helper shows besides the bar, sorted: "drop-down", "menu", or a window's title.
+    [[nodiscard]] QStringList shownBeside() const;
+    [[nodiscard]] bool waitForBeside(const QStringList& things) const;
+    // Where one of them stands on the screen; empty when it is not there.
+    [[nodiscard]] QRect placeOf(const QString& thing) const;
+    // Where a control of the window with this title stands, by its accessible role and name; empty when there
+    // is none.
+    [[nodiscard]] QRect control(const QString& title, const QString& role, const QString& name) const;
+    // What a button shows besides its caption.
+    [[nodiscard]] QString valueOf(const QString& button) const;
+
     // Clicks a button and waits until its keypad has the keyboard.
     [[nodiscard]] bool openKeypad(Button button);
     // Waits until the keypad with this title, opened by whatever means, has the keyboard.
@@ -53,7 +64,7 @@ public:
     [[nodiscard]] QString keypadRemark() const;
 
 private:
-    [[nodiscard]] std::optional<TestSupport::WindowFacts> window(const QString& title) const;
+    [[nodiscard]] std::optional<TestSupport::WindowFacts> window(const QString& thing) const;
 
     TestSupport::Desktop m_desktop;
     const TestSupport::Accessibility& m_accessibility;

@@ -1,7 +1,5 @@
 #include "system/PopupSession.h"
 
-#include "support/Waiting.h"
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <algorithm>
@@ -55,8 +53,7 @@ const QString PopupSession::sweepTitle = QStringLiteral("Sweep");
 const QString PopupSession::modTitle = QStringLiteral("Alpha in full");
 
 PopupSession::PopupSession(const PrivateDisplay& display, const Accessibility& accessibility)
-    : m_accessibility(accessibility)
-    , m_bar(display, accessibility)
+    : m_bar(display, accessibility)
 {}
 
 bool PopupSession::begin(const QPoint& anchor)
@@ -103,7 +100,8 @@ bool PopupSession::open(Thing thing)
     case DropDown:
         return open(SweepPopup) &&
                m_bar.click(
-                   control(sweepTitle, QStringLiteral("combo box"), QStringLiteral("Sweep Type")).center()) &&
+                   m_bar.control(sweepTitle, QStringLiteral("combo box"), QStringLiteral("Sweep Type"))
+                       .center()) &&
                waitForShown(shownWith(thing)) && settle();
     }
     return false;
@@ -114,34 +112,6 @@ bool PopupSession::chooseInMenu(int line)
     constexpr int lines = 3;
     const QRect area = menu();
     return m_bar.click(QPoint(area.center().x(), area.top() + (2 * line + 1) * area.height() / (2 * lines)));
-}
-
-QString PopupSession::nameOf(const WindowFacts& window) const
-{
-    const auto is = [&window](const char* type) { return window.types.contains(QLatin1String(type)); };
-    if (is("_NET_WM_WINDOW_TYPE_COMBO"))
-        return QStringLiteral("drop-down");
-    if (is("_NET_WM_WINDOW_TYPE_POPUP_MENU") || is("_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"))
-        return QStringLiteral("menu");
-    return window.title;
-}
-
-QStringList PopupSession::shown() const
-{
-    QStringList names;
-    const WindowId bar = m_bar.barWindow();
-    const auto windows = desktop().mappedWindows(m_bar.helper().processId());
-    for (const WindowFacts& window : windows) {
-        if (window.id != bar)
-            names.append(nameOf(window));
-    }
-    names.sort();
-    return names;
-}
-
-bool PopupSession::waitForShown(const QStringList& things) const
-{
-    return waitUntil([&] { return shown() == things; });
 }
 
 bool PopupSession::settle()
@@ -157,43 +127,9 @@ bool PopupSession::settle()
     return main().show() && main().show(); // the second is obeyed when the loop has turned once more
 }
 
-QRect PopupSession::window(const QString& name) const
-{
-    const auto windows = desktop().mappedWindows(m_bar.helper().processId());
-    const auto found = std::find_if(windows.cbegin(), windows.cend(), [&](const WindowFacts& window) {
-        return window.id != m_bar.barWindow() && nameOf(window) == name;
-    });
-    return found == windows.cend() ? QRect() : found->geometry;
-}
-
-QRect PopupSession::node(const QString& title, const std::function<bool(const AccessibleNode&)>& wanted) const
-{
-    const auto found = m_accessibility.waitForNode(m_bar.helper().processId(), wanted);
-    return found ? found->extents.translated(window(title).topLeft()) : QRect();
-}
-
-QRect PopupSession::dialog(const QString& title) const
-{
-    return control(title, QStringLiteral("dialog"), title);
-}
-
-QRect PopupSession::control(const QString& title, const QString& role, const QString& name) const
-{
-    return node(title, [&](const AccessibleNode& candidate) {
-        return candidate.role == role && candidate.name == name;
-    });
-}
-
-QString PopupSession::fieldText(const QString& name) const
-{
-    const auto found =
-        m_accessibility.waitForNode(m_bar.helper().processId(), QStringLiteral("push button"), name);
-    return found ? found->description : QString();
-}
-
 bool PopupSession::clickField(const QString& name)
 {
-    return m_bar.click(control(sweepTitle, QStringLiteral("push button"), name).center());
+    return m_bar.click(m_bar.control(sweepTitle, QStringLiteral("push button"), name).center());
 }
 
 bool PopupSession::clickAtOnce(const QVector<QPoint>& places)

@@ -29,20 +29,20 @@ public:
     // Chooses the n-th line of the open menu.
     [[nodiscard]] bool chooseInMenu(int line);
 
-    // What is on the screen besides the bar, sorted: "drop-down", "menu", or a window's title.
-    [[nodiscard]] QStringList shown() const;
-    [[nodiscard]] bool waitForShown(const QStringList& things) const;
+    // What is on the screen besides the bar.
+    [[nodiscard]] QStringList shown() const { return m_bar.shownBeside(); }
+    [[nodiscard]] bool waitForShown(const QStringList& things) const { return m_bar.waitForBeside(things); }
     // The helper has heard of all pointing and typing and has done what comes of it. The means: a wish to
     // close the bar goes the same way, and shows in what the main process is told.
     [[nodiscard]] bool settle();
 
     // Where it stands on the screen; empty when it is not there.
-    [[nodiscard]] QRect menu() const { return window(QStringLiteral("menu")); }
-    [[nodiscard]] QRect dropDown() const { return window(QStringLiteral("drop-down")); }
-    [[nodiscard]] QRect dialog(const QString& title) const;
-    // A control of the popup with this title, by its accessible role and name.
-    [[nodiscard]] QRect control(const QString& title, const QString& role, const QString& name) const;
-    [[nodiscard]] QString fieldText(const QString& name) const; // of a value button of the sweep popup
+    [[nodiscard]] QRect menu() const { return m_bar.placeOf(QStringLiteral("menu")); }
+    [[nodiscard]] QRect dropDown() const { return m_bar.placeOf(QStringLiteral("drop-down")); }
+    [[nodiscard]] QRect dialog(const QString& title) const
+    {
+        return m_bar.control(title, QStringLiteral("dialog"), title);
+    }
 
     [[nodiscard]] bool clickSweep() { return m_bar.click(m_bar.centre(BarSession::Sweep)); }
     [[nodiscard]] bool clickMod() { return m_bar.click(m_bar.centre(BarSession::Mod)); }
@@ -59,11 +59,5 @@ public:
     static const QString modTitle; // of the first function
 
 private:
-    [[nodiscard]] QString nameOf(const TestSupport::WindowFacts& window) const;
-    [[nodiscard]] QRect window(const QString& name) const;
-    [[nodiscard]] QRect node(const QString& title,
-                             const std::function<bool(const TestSupport::AccessibleNode&)>& wanted) const;
-
-    const TestSupport::Accessibility& m_accessibility;
     BarSession m_bar;
 };

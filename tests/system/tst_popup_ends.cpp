@@ -214,7 +214,7 @@ void TestPopupEnds::sweepFieldIsEdited()
         R"("levelPlan":{"startDbm":-20,"stepDb":1,"stopDbm":-10},"selectedPlanId":"fscan"},)"
         R"("cmd":"SOUR:SWEEP:CONF","id":1,"v":1})";
     QCOMPARE(QJsonDocument(session.main().requests().constFirst()).toJson(QJsonDocument::Compact), expected);
-    QCOMPARE(session.fieldText(stopField), QStringLiteral("2GHz")); // until it is confirmed
+    QCOMPARE(session.bar().valueOf(stopField), QStringLiteral("2GHz")); // until it is confirmed
 
     QJsonObject plan = popupSnapshot()
                            .value(QLatin1String("sweep"))
@@ -227,7 +227,7 @@ void TestPopupEnds::sweepFieldIsEdited()
         session.main().answer(1, true, {{QStringLiteral("payload"), confirmed}});
     else
         session.main().sendSnapshot(confirmed);
-    QTRY_COMPARE(session.fieldText(stopField), QStringLiteral("2.5GHz"));
+    QTRY_COMPARE(session.bar().valueOf(stopField), QStringLiteral("2.5GHz"));
     QCOMPARE(session.main().count("REQ"), 1);
     QCOMPARE(session.shown(), PopupSession::shownWith(Thing::SweepPopup));
 }
@@ -245,9 +245,9 @@ void TestPopupEnds::planIsChosen()
     QCOMPARE(session.shown(), PopupSession::shownWith(Thing::SweepPopup));
     const QJsonObject sent = session.main().requests().constFirst().value(QLatin1String("args")).toObject();
     QCOMPARE(sent.value(QLatin1String("selectedPlanId")).toString(), QStringLiteral("lscan"));
-    QVERIFY(!session.fieldText(stopField).isEmpty()); // the page of the confirmed plan
+    QVERIFY(!session.bar().valueOf(stopField).isEmpty()); // the page of the confirmed plan
     session.main().sendSnapshot(sweepWith("selectedPlanId", QStringLiteral("lscan")));
-    QTRY_COMPARE(session.fieldText(QStringLiteral("Stop Level")), QStringLiteral("-10 dBm"));
+    QTRY_COMPARE(session.bar().valueOf(QStringLiteral("Stop Level")), QStringLiteral("-10 dBm"));
 }
 
 void TestPopupEnds::functionWithoutEditor()
@@ -255,7 +255,7 @@ void TestPopupEnds::functionWithoutEditor()
     PopupSession session(m_display, m_accessibility);
     QVERIFY(session.begin());
     QVERIFY(session.open(Thing::ModPopup));
-    QVERIFY(!session
+    QVERIFY(!session.bar()
                  .control(PopupSession::modTitle, QStringLiteral("label"),
                           QStringLiteral("No UI editor is available for Alpha in full."))
                  .isEmpty());

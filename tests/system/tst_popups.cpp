@@ -225,7 +225,7 @@ void TestPopups::dropDownClosesFirst()
         {QStringLiteral("other program"), other.geometry().bottomLeft() + QPoint(5, -5)},
         {QStringLiteral("RF button"), session.bar().corner(BarSession::Rf)},
         {QStringLiteral("Sweep button"), session.bar().corner(BarSession::Sweep)},
-        {QStringLiteral("field"), session
+        {QStringLiteral("field"), session.bar()
                                       .control(PopupSession::sweepTitle, QStringLiteral("push button"),
                                                QStringLiteral("Frequency Step"))
                                       .center()},

@@ -1,8 +1,10 @@
+#include "controls/ElidedLabel.h"
 #include "controls/LabelButton.h"
 #include "controls/TouchNumKeyboard.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include <QDialog>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
@@ -46,6 +48,7 @@ private slots:
     void keyboardGoesWithTheSweep_data();
     void keyboardGoesWithTheSweep();
     void openMenuKeepsItsEdge();
+    void longTitleAndSentenceHaveRoom();
 
 private:
     // A visible button of the bar by its text or its info line.
@@ -178,6 +181,32 @@ void TestPopupClicks::openMenuKeepsItsEdge()
     QVERIFY(menu()->width() > before.width());
     QCOMPARE(menu()->geometry().right(), barRight);
     QCOMPARE(menu()->y(), before.y());
+}
+
+// The title is cut to its one line, the sentence below it gets all the lines it needs.
+void TestPopupClicks::longTitleAndSentenceHaveRoom()
+{
+    QJsonObject next = snapshot();
+    const QString text =
+        QStringLiteral("A <b>modulation</b> with a text that is longer than its room").repeated(3);
+    next.insert(QStringLiteral("mod"),
+                QJsonObject{{QStringLiteral("businesses"),
+                             QJsonArray{QJsonObject{{QStringLiteral("id"), QStringLiteral("am")},
+                                                    {QStringLiteral("text"), text}}}}});
+    m_window->applySnapshot(next);
+    menu()->actions().constFirst()->trigger();
+    const auto* popup = m_window->findChild<QDialog*>(QStringLiteral("miniBarHelperModPopup"));
+    QVERIFY(popup && popup->isVisible());
+    const auto* title = popup->findChild<Controls::ElidedLabel*>(QStringLiteral("titleLabel"));
+    QVERIFY(title);
+    QCOMPARE(title->text(), text);
+    QVERIFY(title->isCut());
+    QCOMPARE(title->shownLines().size(), 1);
+    const auto labels = popup->findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        if (label != title)
+            QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    }
 }
 
 QTEST_MAIN(TestPopupClicks)

@@ -123,11 +123,14 @@ void EditorPopup::close()
     if (!m_open)
         return;
     m_open = false;
+    const bool hadKeyboard = m_host->isActiveWindow();
     emit closing();
     (void)closeDropDown();
     m_dialog->hide();
     m_overlay->setActiveDialog(nullptr);
     m_host->hide();
+    if (hadKeyboard) // or else the window manager may give it to another program
+        m_bar->activateWindow();
 }
 
 bool EditorPopup::owns(const QObject* object) const

@@ -82,7 +82,7 @@ void TestPopupClicks::init()
         if (toggle->isVisible())
             toggle->click();
     }
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
 }
 
 LabelButton* TestPopupClicks::button(const char* text) const

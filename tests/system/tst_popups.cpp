@@ -416,6 +416,7 @@ void TestPopups::otherProgramGetsItsClicksBack()
     QVERIFY(session.waitForShown(nothing));
     QVERIFY(session.settle());
     QVERIFY(session.bar().isExpanded());
+    QTRY_COMPARE(session.desktop().x().activeWindow(), session.bar().barWindow());
     QVERIFY(session.bar().click(other.geometry().center()));
     QTRY_VERIFY(!session.bar().isExpanded());
     QVERIFY(session.desktop().type(QStringLiteral("a")));

@@ -28,10 +28,10 @@ function(tarvinel_module target)
   message(FATAL_ERROR "cmake/layers.txt does not name the target '${target}'")
 endfunction()
 
-# tarvinel_test(<name> [PLATFORM offscreen|desktop|none] [TIMEOUT <seconds>] LINKS <targets> SOURCES <files>
+# tarvinel_test(<name> [PLATFORM offscreen|desktop|screen|none] [TIMEOUT <seconds>] LINKS <targets> SOURCES <files>
 #               [LABELS <labels>] [ENVIRONMENT <name=value>...])
 # A QtTest program. A Qt warning that the case did not announce with QTest::ignoreMessage fails it.
-# `desktop` runs it on an X server of its own under a window manager, `none` leaves the platform to the test.
+# `desktop` runs it on an X server of its own under a window manager, `screen` on one without, `none` leaves the platform to the test.
 function(tarvinel_test name)
   cmake_parse_arguments(arg "" "PLATFORM;TIMEOUT" "LINKS;SOURCES;LABELS;ENVIRONMENT" ${ARGN})
   if(NOT arg_PLATFORM)
@@ -49,6 +49,8 @@ function(tarvinel_test name)
   set(environment "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=" ${arg_ENVIRONMENT})
   if(arg_PLATFORM STREQUAL "desktop")
     add_test(NAME ${name} COMMAND on_desktop icewm $<TARGET_FILE:${name}>)
+  elseif(arg_PLATFORM STREQUAL "screen")
+    add_test(NAME ${name} COMMAND on_desktop none $<TARGET_FILE:${name}>)
   else()
     add_test(NAME ${name} COMMAND ${name})
     list(APPEND environment "QT_QPA_PLATFORM=${arg_PLATFORM}")

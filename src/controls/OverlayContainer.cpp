@@ -21,7 +21,9 @@ bool canShineThrough()
 OverlayContainer::OverlayContainer(QWidget* host)
     : QObject(host)
     , m_host(host)
-    , m_catcher([this] { tellHandler(); })
+    // Queued: the catcher hears of a press before what the user did earlier has been handled.
+    , m_catcher(
+          [this] { QMetaObject::invokeMethod(this, &OverlayContainer::tellHandler, Qt::QueuedConnection); })
 {
     m_host->installEventFilter(this);
 }

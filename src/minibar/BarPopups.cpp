@@ -37,7 +37,10 @@ BarPopups::BarPopups(QWidget* bar, Buttons buttons, const BarStatus& status, Num
     , m_menu(bar)
 {
     for (EditorPopup* popup : {&m_sweep, &m_mod})
-        connect(popup, &EditorPopup::closing, this, [this] { m_edit.cancel(); });
+        connect(popup, &EditorPopup::closing, this, [this] {
+            m_openingClick.hasClosed();
+            m_edit.cancel();
+        });
     connect(&m_menu, &ModMenu::businessChosen, this, &BarPopups::openMod);
 }
 
@@ -56,6 +59,7 @@ void BarPopups::toggleSweep()
         buildSweep();
     m_sweep.setStyleSheet(sweepPopupStyleSheet(readThemeSetting()));
     m_sweep.open(m_buttons.sweep, m_barFrame(), false);
+    m_openingClick.hasOpened();
 }
 
 void BarPopups::toggleModMenu()
@@ -117,6 +121,7 @@ void BarPopups::openMod(const QString& businessId)
     (void)loadBusiness();
     m_mod.setStyleSheet(modPopupStyleSheet(readThemeSetting()));
     m_mod.open(m_buttons.mod, m_barFrame(), true);
+    m_openingClick.hasOpened();
 }
 
 bool BarPopups::loadBusiness()
@@ -141,6 +146,9 @@ void BarPopups::showStatus(bool businessesChanged)
         else
             m_sweepEditor->clearSweep();
     }
+    // A value that nobody would take is not asked for any longer.
+    if (m_sweep.isOpen() && !(m_status.sweepPresent && m_status.sweep.available))
+        m_edit.cancel();
     if (businessesChanged)
         m_menu.rebuild(m_status.businesses);
     m_menu.check(m_status.enabledBusinessId);

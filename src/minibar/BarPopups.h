@@ -3,6 +3,7 @@
 #include "link/ChangeRequests.h"
 #include "minibar/EditorPopup.h"
 #include "minibar/ModMenu.h"
+#include "minibar/OpeningClick.h"
 #include "sweep/RemoteSweepPanel.h"
 
 #include <QObject>
@@ -61,6 +62,8 @@ public:
 
     // The user has turned to something else. True if that has been dealt with: a popup was open.
     bool handleDeactivation();
+    // Part of the double click that has opened a popup, and to go no further.
+    [[nodiscard]] bool isOpeningClick(const QEvent& event) { return m_openingClick.takes(event); }
     // A press on `target`. True if it is consumed: it closed something.
     bool handlePress(const QObject* target);
     // Sees every show, hide and close of a widget of the program.
@@ -89,5 +92,6 @@ private:
     RemoteSweepPanel* m_sweepEditor = nullptr;
     RemoteModEditorHost* m_modEditor = nullptr;
     QString m_shownBusinessId;
+    OpeningClick m_openingClick;
     bool m_locked = false;
 };

@@ -1,5 +1,6 @@
 #include "minibar/EditorPopup.h"
 
+#include "controls/ElidedLabel.h"
 #include "controls/OverlayContainer.h"
 #include "controls/PopupWidget.h"
 #include "minibar/ScreenLayout.h"
@@ -60,7 +61,8 @@ void EditorPopup::build(const QString& title, const std::function<QWidget*(QDial
     auto* layout = new QVBoxLayout(m_dialog);
     layout->setContentsMargins(0, 0, 0, bottomMargin);
     layout->setSpacing(0);
-    m_title = new QLabel(title, m_dialog);
+    m_title = new Controls::ElidedLabel(m_dialog); // the style sheet leaves it one line
+    setTitle(title);
     m_title->setObjectName(QStringLiteral("titleLabel"));
     m_title->setWordWrap(true);
     layout->addWidget(m_title);
@@ -69,8 +71,12 @@ void EditorPopup::build(const QString& title, const std::function<QWidget*(QDial
 
 void EditorPopup::setTitle(const QString& title)
 {
-    if (m_title->text() != title)
-        m_title->setText(title);
+    if (m_title->text() == title)
+        return;
+    m_title->setText(title);
+    // For those who read the screen aloud.
+    m_host->setWindowTitle(title);
+    m_dialog->setAccessibleName(title);
 }
 
 void EditorPopup::setStyleSheet(const QString& styleSheet)
@@ -89,6 +95,8 @@ void EditorPopup::open(const QWidget* button, const QRect& bar, bool clampHeight
     m_dialog->adjustSize();
     QSize size = m_dialog->sizeHint().expandedTo(m_dialog->minimumSizeHint());
     size.setWidth(std::min(available.width(), maximumWidth));
+    if (m_dialog->hasHeightForWidth()) // a sentence may need more lines now
+        size.setHeight(std::max(size.height(), m_dialog->heightForWidth(size.width())));
     if (clampHeight)
         size.setHeight(std::max(1, std::min(size.height(), available.height())));
     const QRect rect = Placement::popupRect(anchor, size, bar, screens);
@@ -115,11 +123,14 @@ void EditorPopup::close()
     if (!m_open)
         return;
     m_open = false;
+    const bool hadKeyboard = m_host->isActiveWindow();
     emit closing();
     (void)closeDropDown();
     m_dialog->hide();
     m_overlay->setActiveDialog(nullptr);
     m_host->hide();
+    if (hadKeyboard) // or else the window manager may give it to another program
+        m_bar->activateWindow();
 }
 
 bool EditorPopup::owns(const QObject* object) const

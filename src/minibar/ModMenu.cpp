@@ -3,10 +3,8 @@
 #include "minibar/Placement.h"
 #include "minibar/ScreenLayout.h"
 
-#include <QApplication>
-#include <QCursor>
+#include <QCoreApplication>
 #include <QMenu>
-#include <QMouseEvent>
 
 namespace {
 
@@ -53,6 +51,8 @@ void ModMenu::rebuild(const QVector<ModBusinessEntry>& businesses)
     }
     if (businesses.isEmpty())
         hide();
+    else if (isVisible())
+        place();
 }
 
 void ModMenu::check(const QString& enabledBusinessId)
@@ -81,15 +81,17 @@ bool ModMenu::owns(const QObject* object) const
 
 void ModMenu::open(const QWidget* button, const QRect& bar)
 {
-    const QPoint anchor =
-        Placement::anchorBelow(QRect(button->mapTo(m_bar, QPoint(0, 0)), button->size()), bar);
+    m_anchor = Placement::anchorBelow(QRect(button->mapTo(m_bar, QPoint(0, 0)), button->size()), bar);
+    m_barFrame = bar;
+    place();
+    m_openingClick.hasOpened();
+    m_menu->popup(m_menu->pos());
+}
+
+void ModMenu::place()
+{
     const QSize size = m_menu->sizeHint().expandedTo(m_menu->minimumSizeHint());
-    const QRect rect = Placement::popupRect(anchor, size, bar, currentScreens(m_bar));
-    m_menu->resize(rect.size());
-    m_menu->move(rect.topLeft());
-    m_openedAt = QCursor::pos();
-    m_sinceOpened.start();
-    m_menu->popup(rect.topLeft());
+    m_menu->setGeometry(Placement::popupRect(m_anchor, size, m_barFrame, currentScreens(m_bar)));
 }
 
 void ModMenu::hide()
@@ -100,20 +102,5 @@ void ModMenu::hide()
 
 bool ModMenu::eventFilter(QObject* watched, QEvent* event)
 {
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-        m_swallowRelease = belongsToOpeningClick(static_cast<const QMouseEvent*>(event)->globalPos());
-        return m_swallowRelease;
-    case QEvent::MouseButtonRelease:
-        return std::exchange(m_swallowRelease, false);
-    default:
-        return QObject::eventFilter(watched, event);
-    }
-}
-
-bool ModMenu::belongsToOpeningClick(const QPoint& globalPosition) const
-{
-    return !m_sinceOpened.hasExpired(QApplication::doubleClickInterval()) &&
-           (globalPosition - m_openedAt).manhattanLength() < QApplication::startDragDistance();
+    return m_openingClick.takes(*event) || QObject::eventFilter(watched, event);
 }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "link/ModSnapshot.h"
+#include "minibar/OpeningClick.h"
 #include "minibar/TurnMark.h"
 
-#include <QElapsedTimer>
 #include <QObject>
-#include <QPoint>
+#include <QRect>
 
 class QMenu;
 class QWidget;
@@ -42,13 +42,12 @@ signals:
 
 private:
     void create();
-    // The second half of a double click on the button that opened the menu.
-    [[nodiscard]] bool belongsToOpeningClick(const QPoint& globalPosition) const;
+    void place();
 
     QWidget* m_bar;
     QMenu* m_menu = nullptr;
     TurnMark m_justHidden;
-    QPoint m_openedAt; // the pointer's place when the menu opened
-    QElapsedTimer m_sinceOpened;
-    bool m_swallowRelease = false;
+    QPoint m_anchor; // its top, and the bar whose right edge it has
+    QRect m_barFrame;
+    OpeningClick m_openingClick;
 };

@@ -64,6 +64,7 @@ bool RemoteMiniBarWindow::eventFilter(QObject* watched, QEvent* event)
         m_popups->watchVisibility(watched, event->type() == QEvent::Show);
         return false;
     case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: // the second press of two in a row
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:
         return watched->isWidgetType() &&
@@ -75,8 +76,11 @@ bool RemoteMiniBarWindow::eventFilter(QObject* watched, QEvent* event)
 
 bool RemoteMiniBarWindow::handlePointer(QWidget* target, const QMouseEvent* event)
 {
+    if (m_popups->isOpeningClick(*event))
+        return true;
     switch (event->type()) {
     case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
         return handlePress(target, event);
     case QEvent::MouseMove:
         return !m_popups->owns(target) && continueDrag(target, event);

@@ -88,6 +88,13 @@ bool Desktop::click(const QPoint& position) const
     return moveTo(position) && xdotool(buttonCommand(QStringLiteral("click")));
 }
 
+bool Desktop::doubleClick(const QPoint& position) const
+{
+    return moveTo(position) &&
+           xdotool({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+                    QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("1")});
+}
+
 bool Desktop::drag(const QPoint& from, const QPoint& to, int steps) const
 {
     QStringList commands = moveCommand(from) + buttonCommand(QStringLiteral("mousedown"));

@@ -33,6 +33,7 @@ public:
     [[nodiscard]] bool press(const QPoint& position) const;
     [[nodiscard]] bool release() const;
     [[nodiscard]] bool click(const QPoint& position) const;
+    [[nodiscard]] bool doubleClick(const QPoint& position) const;
     // Presses at `from`, moves in `steps` to `to`, releases there.
     [[nodiscard]] bool drag(const QPoint& from, const QPoint& to, int steps = 8) const;
     // Key names as xdotool knows them: "Return", "Escape", "alt+F4".

@@ -37,6 +37,7 @@ PrivateDisplay::PrivateDisplay(const QString& windowManager, const ScreenSetup& 
 
 PrivateDisplay::~PrivateDisplay()
 {
+    m_compositor.end();
     m_manager.end();
     m_server.end();
 }
@@ -45,7 +46,7 @@ bool PrivateDisplay::start()
 {
     if (!m_home.isValid())
         return fail(QStringLiteral("no temporary folder: ") + m_home.errorString());
-    return startServer() && startWindowManager();
+    return startServer() && startWindowManager() && (!m_setup.composited || startCompositingManager());
 }
 
 bool PrivateDisplay::startServer()
@@ -93,6 +94,19 @@ bool PrivateDisplay::startWindowManager()
         !manages(connection))
         return fail(manager->name + QStringLiteral(" did not start: ") +
                     QString::fromLocal8Bit(m_manager.readAllStandardError()));
+    return true;
+}
+
+bool PrivateDisplay::startCompositingManager()
+{
+    const QString program = QStringLiteral("xcompmgr");
+    m_compositor.setProcessEnvironment(environment());
+    m_compositor.start(program, QStringList());
+    const XConnection connection(m_name);
+    const auto ended = [this] { return m_compositor.state() == QProcess::NotRunning; };
+    if (!waitUntil([&] { return connection.hasCompositingManager() || ended(); }) || ended())
+        return fail(program + QStringLiteral(" did not start: ") +
+                    QString::fromLocal8Bit(m_compositor.readAllStandardError()));
     return true;
 }
 

@@ -14,6 +14,7 @@ struct ScreenSetup
     QSize size = QSize(1280, 800); // pixels; also the largest size that resizeScreen can give
     int depth = 24;                // bits a pixel
     int dpi = 96;                  // dots an inch
+    bool composited = false;       // a compositing manager runs, so that windows can be seen through
 };
 
 // An X server of our own (Xvfb on a free display number), optionally with a window manager, and an empty home
@@ -42,6 +43,7 @@ public:
 private:
     [[nodiscard]] bool startServer();
     [[nodiscard]] bool startWindowManager();
+    [[nodiscard]] bool startCompositingManager();
     [[nodiscard]] bool fail(const QString& reason);
     [[nodiscard]] bool randr(const QStringList& arguments) const;
 
@@ -50,6 +52,7 @@ private:
     QTemporaryDir m_home;
     ChildProcess m_server;
     ChildProcess m_manager;
+    ChildProcess m_compositor;
     QString m_name;
     QString m_error;
     QVector<QSize> m_modes;

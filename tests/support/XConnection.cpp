@@ -47,6 +47,13 @@ bool XConnection::hasWindowManager() const
     return !words(m_root, "_NET_SUPPORTING_WM_CHECK").isEmpty();
 }
 
+bool XConnection::hasCompositingManager() const
+{
+    const auto reply = owned(xcb_get_selection_owner_reply(
+        m_connection, xcb_get_selection_owner(m_connection, atom("_NET_WM_CM_S0")), nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 quint32 XConnection::atom(const char* name) const
 {
     const auto cookie = xcb_intern_atom(m_connection, 0, static_cast<quint16>(std::strlen(name)), name);
@@ -272,6 +279,19 @@ void XConnection::setRootText(const char* property, const QByteArray& text) cons
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_root, atom(property), XCB_ATOM_STRING,
                         bitsPerElement, quint32(text.size()), text.constData());
     (void)atom(property); // a round trip: the server has it now
+}
+
+void XConnection::tellToClose(WindowId window) const
+{
+    xcb_client_message_event_t message = {};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    message.data.data32[1] = XCB_CURRENT_TIME;
+    xcb_send_event(m_connection, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+    xcb_flush(m_connection);
 }
 
 void XConnection::requestClose(WindowId window) const

@@ -41,6 +41,9 @@ public:
     // A window manager has announced itself (_NET_SUPPORTING_WM_CHECK).
     [[nodiscard]] bool hasWindowManager() const;
 
+    // A compositing manager has announced itself (_NET_WM_CM_S0).
+    [[nodiscard]] bool hasCompositingManager() const;
+
     // Client windows of the process, mapped or not, bottom to top.
     [[nodiscard]] QVector<WindowFacts> windowsOfProcess(qint64 processId) const;
     // Empty when there is no such window.
@@ -61,6 +64,8 @@ public:
 
     // Asks the window manager to close the window, as its menu or Alt+F4 would.
     void requestClose(WindowId window) const;
+    // What a window manager says to a window that is to close; there need not be one.
+    void tellToClose(WindowId window) const;
     // A tiny window of our own, to see what becomes of it. map() asks for it to be shown.
     [[nodiscard]] WindowId createWindow() const;
     void map(WindowId window) const;

@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] TestSupport::FakeMain& main() { return m_main; }
     [[nodiscard]] TestSupport::HelperProcess& helper() { return m_helper; }
+    [[nodiscard]] const TestSupport::HelperProcess& helper() const { return m_helper; }
 
 private:
     TestSupport::FakeMain m_main;

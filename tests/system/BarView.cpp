@@ -17,6 +17,16 @@ constexpr int commandHeight = 64;
 // As the bar calls its buttons to assistive programs.
 constexpr const char* buttonNames[] = {"RF", "Frequency", "Level", "Fre/Pwr", "MOD"};
 
+QString nameOf(const WindowFacts& window)
+{
+    const auto is = [&window](const char* type) { return window.types.contains(QLatin1String(type)); };
+    if (is("_NET_WM_WINDOW_TYPE_COMBO"))
+        return QStringLiteral("drop-down");
+    if (is("_NET_WM_WINDOW_TYPE_POPUP_MENU") || is("_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"))
+        return QStringLiteral("menu");
+    return window.title;
+}
+
 } // namespace
 
 BarView::BarView(const PrivateDisplay& display, const Accessibility& accessibility)
@@ -91,25 +101,62 @@ bool BarView::leave() const
 
 QString BarView::shown(Button button) const
 {
-    const auto node = m_accessibility.waitForNode(m_helperId, QStringLiteral("push button"),
-                                                  QString::fromLatin1(buttonNames[button]));
+    return valueOf(QString::fromLatin1(buttonNames[button]));
+}
+
+QString BarView::valueOf(const QString& button) const
+{
+    const auto node = m_accessibility.waitForNode(m_helperId, QStringLiteral("push button"), button);
     return node ? node->description : QString();
 }
 
-std::optional<WindowFacts> BarView::window(const QString& title) const
+QStringList BarView::shownBeside() const
+{
+    QStringList names;
+    const auto windows = m_desktop.mappedWindows(m_helperId);
+    for (const WindowFacts& window : windows) {
+        if (window.id != m_bar)
+            names.append(nameOf(window));
+    }
+    names.sort();
+    return names;
+}
+
+bool BarView::waitForBeside(const QStringList& things) const
+{
+    return waitUntil([&] { return shownBeside() == things; });
+}
+
+std::optional<WindowFacts> BarView::window(const QString& thing) const
 {
     const auto windows = m_desktop.mappedWindows(m_helperId);
     for (const WindowFacts& window : windows)
-        if (window.id != m_bar && window.title == title)
+        if (window.id != m_bar && nameOf(window) == thing)
             return window;
     return std::nullopt;
+}
+
+QRect BarView::placeOf(const QString& thing) const
+{
+    const auto found = window(thing);
+    return found ? found->geometry : QRect();
+}
+
+QRect BarView::control(const QString& title, const QString& role, const QString& name) const
+{
+    const auto node = m_accessibility.waitForNode(m_helperId, role, name);
+    const auto owner = window(title);
+    return node && owner ? node->extents.translated(owner->geometry.topLeft()) : QRect();
 }
 
 bool BarView::openKeypad(Button button)
 {
     const QString title = QString::fromLatin1(buttonNames[button]);
-    if (!click(centre(button)))
-        return false;
+    return click(centre(button)) && waitForKeyboard(title);
+}
+
+bool BarView::waitForKeyboard(const QString& title)
+{
     return waitUntil([&] {
         const auto found = window(title);
         m_keypad = found ? found->id : 0;

@@ -19,6 +19,7 @@ public:
     [[nodiscard]] bool attach(qint64 helperId);
 
     [[nodiscard]] const TestSupport::Desktop& desktop() const { return m_desktop; }
+    [[nodiscard]] TestSupport::WindowId barWindow() const { return m_bar; }
     // What the X server says about the bar; an empty record when it is not on the screen.
     [[nodiscard]] TestSupport::WindowFacts bar() const;
     [[nodiscard]] QRect geometry() const { return bar().geometry; }
@@ -40,8 +41,21 @@ public:
     // The value that a button shows, through the accessibility bus.
     [[nodiscard]] QString shown(Button button) const;
 
+    // What the helper shows besides the bar, sorted: "drop-down", "menu", or a window's title.
+    [[nodiscard]] QStringList shownBeside() const;
+    [[nodiscard]] bool waitForBeside(const QStringList& things) const;
+    // Where one of them stands on the screen; empty when it is not there.
+    [[nodiscard]] QRect placeOf(const QString& thing) const;
+    // Where a control of the window with this title stands, by its accessible role and name; empty when there
+    // is none.
+    [[nodiscard]] QRect control(const QString& title, const QString& role, const QString& name) const;
+    // What a button shows besides its caption.
+    [[nodiscard]] QString valueOf(const QString& button) const;
+
     // Clicks a button and waits until its keypad has the keyboard.
     [[nodiscard]] bool openKeypad(Button button);
+    // Waits until the keypad with this title, opened by whatever means, has the keyboard.
+    [[nodiscard]] bool waitForKeyboard(const QString& title);
     // Whether the helper shows any window besides the bar.
     [[nodiscard]] bool isKeypadOpen() const;
     // Clicks a key of the open keypad, given by its accessible name.
@@ -50,7 +64,7 @@ public:
     [[nodiscard]] QString keypadRemark() const;
 
 private:
-    [[nodiscard]] std::optional<TestSupport::WindowFacts> window(const QString& title) const;
+    [[nodiscard]] std::optional<TestSupport::WindowFacts> window(const QString& thing) const;
 
     TestSupport::Desktop m_desktop;
     const TestSupport::Accessibility& m_accessibility;

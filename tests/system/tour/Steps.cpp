@@ -7,6 +7,8 @@ namespace {
 
 constexpr double quiet = 0.65;
 constexpr double full = 1.0;
+const QString sweep = QStringLiteral("Sweep"); // the popup's title
+const QString stopFrequency = QStringLiteral("Stop Frequency");
 
 bool mainWindowAppears(Tour& tour)
 {
@@ -85,6 +87,66 @@ bool cancelKeypad(Tour& tour)
            !tour.hasLine("helper REQ");
 }
 
+bool openSweep(Tour& tour)
+{
+    return tour.bar().click(tour.bar().centre(BarView::Sweep)) && tour.bar().waitForBeside({sweep});
+}
+
+bool openSweepKeypad(Tour& tour)
+{
+    const QRect field = tour.bar().control(sweep, QStringLiteral("push button"), stopFrequency);
+    return tour.bar().click(field.center()) && tour.bar().waitForKeyboard(stopFrequency) &&
+           tour.desktop().type(QStringLiteral("2.5"));
+}
+
+bool typeSweepStop(Tour& tour)
+{
+    return tour.desktop().type(QStringLiteral("g")) && tour.waitForLine(R"("stopHz":2500000000)") &&
+           tour.hasLine(R"("cmd":"SOUR:SWEEP:CONF")") && tour.bar().waitForBeside({sweep}) &&
+           waitUntil([&] { return tour.bar().valueOf(stopFrequency).startsWith(QLatin1String("2.5")); });
+}
+
+bool openPlans(Tour& tour)
+{
+    const QRect plan = tour.bar().control(sweep, QStringLiteral("combo box"), QStringLiteral("Sweep Type"));
+    return tour.bar().click(plan.center()) && tour.bar().waitForBeside({sweep, QStringLiteral("drop-down")});
+}
+
+bool closePlans(Tour& tour)
+{
+    return tour.desktop().key(QStringLiteral("Escape")) && tour.bar().waitForBeside({sweep}) &&
+           !tour.hasLine("helper REQ");
+}
+
+bool pressBesideSweep(Tour& tour)
+{
+    return tour.bar().leave() && tour.bar().click(tour.desktop().x().pointerPosition()) &&
+           tour.bar().waitForBeside({}) && tour.bar().isExpanded() && !tour.hasLine("helper REQ");
+}
+
+bool openModMenu(Tour& tour)
+{
+    return tour.bar().click(tour.bar().centre(BarView::Mod)) &&
+           tour.bar().waitForBeside({QStringLiteral("menu")});
+}
+
+bool chooseModulation(Tour& tour)
+{
+    constexpr QPoint firstLine(30, 22);
+    return tour.bar().click(tour.bar().placeOf(QStringLiteral("menu")).topLeft() + firstLine) &&
+           waitUntil([&] {
+               const QStringList things = tour.bar().shownBeside();
+               return things.size() == 1 && things.first() != QLatin1String("menu");
+           }) &&
+           !tour.hasLine("helper REQ");
+}
+
+bool closeModulation(Tour& tour)
+{
+    return tour.desktop().key(QStringLiteral("Escape")) && tour.bar().waitForBeside({}) &&
+           tour.bar().isExpanded() && !tour.hasLine("helper REQ");
+}
+
 bool dragBar(Tour& tour)
 {
     const QRect before = tour.bar().geometry();
@@ -131,10 +193,19 @@ const QVector<TourStep>& tourSteps()
         {"09-level", "-35 dBm is set", acceptLevel},
         {"10-refused", "the keypad refuses a value", refuseValue},
         {"11-cancelled", "Esc closes it and sends nothing", cancelKeypad},
-        {"12-dragged", "the bar is dragged", dragBar},
-        {"13-collapsed", "the bar collapses", collapse},
-        {"14-restored", "the main window comes back", restore},
-        {"15-ended", "the main window is closed, and the bar with it", quit},
+        {"12-sweep", "the sweep popup opens", openSweep},
+        {"13-sweep-keypad", "the keypad opens for the stop frequency", openSweepKeypad},
+        {"14-sweep-edited", "the sweep ends at 2.5 GHz now", typeSweepStop},
+        {"15-sweep-plans", "the plans drop down", openPlans},
+        {"16-sweep-plans-closed", "Esc closes the list alone", closePlans},
+        {"17-sweep-closed", "a press beside the popup closes it and nothing else", pressBesideSweep},
+        {"18-mod-menu", "the menu of modulations opens", openModMenu},
+        {"19-mod", "the first modulation is looked at", chooseModulation},
+        {"20-mod-closed", "Esc closes it", closeModulation},
+        {"21-dragged", "the bar is dragged", dragBar},
+        {"22-collapsed", "the bar collapses", collapse},
+        {"23-restored", "the main window comes back", restore},
+        {"24-ended", "the main window is closed, and the bar with it", quit},
     };
     return steps;
 }

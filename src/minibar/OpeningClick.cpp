@@ -1,8 +1,14 @@
 #include "minibar/OpeningClick.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <utility>
+
+namespace {
+
+// Shorter than the interval of the desktop: a second click that follows a look at what has opened is meant.
+constexpr int secondClickMs = 200;
+
+} // namespace
 
 void OpeningClick::hasOpened()
 {
@@ -18,8 +24,7 @@ bool OpeningClick::takes(const QEvent& event)
         m_swallowing = false;
         return false;
     case QEvent::MouseButtonDblClick:
-        m_swallowing =
-            m_sinceOpened.isValid() && !m_sinceOpened.hasExpired(QApplication::doubleClickInterval());
+        m_swallowing = m_sinceOpened.isValid() && !m_sinceOpened.hasExpired(secondClickMs);
         m_sinceOpened.invalidate();
         return m_swallowing;
     case QEvent::MouseButtonRelease:

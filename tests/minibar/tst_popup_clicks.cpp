@@ -4,14 +4,17 @@
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include <QDialog>
+#include <QEvent>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
 #include <QWindow>
-#include <QtTest>
 
 using Controls::TouchNumKeyboard;
 

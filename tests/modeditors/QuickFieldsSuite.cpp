@@ -3,7 +3,8 @@
 #include "modeditors/QuickFixture.h"
 #include "modeditors/QuickSuites.h"
 
-#include <QtTest>
+#include <QJsonObject>
+#include <QTest>
 
 namespace {
 

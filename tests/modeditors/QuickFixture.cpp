@@ -2,8 +2,12 @@
 
 #include "utils/WavBytes.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QHeaderView>
-#include <QtTest>
+#include <QJsonObject>
+#include <QTest>
 
 QuickFixture::QuickFixture()
     : m_table(editor.find<QTableWidget>(QStringLiteral("tableWidget")))

@@ -3,10 +3,12 @@
 #include "modeditors/WaveformListing.h"
 #include "utils/WavBytes.h"
 
+#include <QEvent>
+#include <QFile>
 #include <QProcess>
 #include <QScrollBar>
+#include <QTest>
 #include <QToolTip>
-#include <QtTest>
 
 namespace {
 

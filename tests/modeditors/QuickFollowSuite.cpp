@@ -2,9 +2,13 @@
 #include "modeditors/QuickSuites.h"
 #include "modeditors/WaveformProbe.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileSystemWatcher>
 #include <QScrollBar>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
 
 namespace {
 

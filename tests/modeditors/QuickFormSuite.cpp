@@ -10,7 +10,7 @@
 #include <QImage>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 using Controls::ThemeManager;
 

@@ -3,10 +3,12 @@
 #include "modeditors/QuickFixture.h"
 #include "modeditors/QuickSuites.h"
 
+#include <QFile>
+#include <QJsonObject>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 // What leaves the editor.
 class QuickLoadSuite final : public QObject

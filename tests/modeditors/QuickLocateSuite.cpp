@@ -2,7 +2,7 @@
 #include "modeditors/QuickSuites.h"
 
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

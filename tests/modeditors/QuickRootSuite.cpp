@@ -2,7 +2,10 @@
 #include "modeditors/QuickSuites.h"
 #include "modeditors/WaveformRoot.h"
 
-#include <QtTest>
+#include <QDir>
+#include <QFile>
+#include <QJsonObject>
+#include <QTest>
 
 // Nothing outside the root can be reached, and the same root in other words is the same root.
 class QuickRootSuite final : public QObject

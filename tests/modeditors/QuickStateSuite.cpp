@@ -3,8 +3,10 @@
 #include "modeditors/QuickFixture.h"
 #include "modeditors/QuickSuites.h"
 
+#include <QEvent>
+#include <QJsonObject>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "modeditors/QuickSuites.h"
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 int main(int argc, char* argv[])
 {

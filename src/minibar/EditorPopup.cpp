@@ -56,7 +56,7 @@ void EditorPopup::build(const QString& title, const std::function<QWidget*(QDial
     m_dialog->setAttribute(Qt::WA_QuitOnClose, false);
     m_dialog->setAttribute(Qt::WA_StyledBackground, true);
     // Esc, or whatever else ends the dialog by itself.
-    connect(m_dialog, &QDialog::finished, this, &EditorPopup::close);
+    connect(m_dialog, &QDialog::finished, this, &EditorPopup::dismiss);
 
     auto* layout = new QVBoxLayout(m_dialog);
     layout->setContentsMargins(0, 0, 0, bottomMargin);
@@ -123,14 +123,19 @@ void EditorPopup::close()
     if (!m_open)
         return;
     m_open = false;
-    const bool hadKeyboard = m_host->isActiveWindow();
     emit closing();
     (void)closeDropDown();
     m_dialog->hide();
     m_overlay->setActiveDialog(nullptr);
     m_host->hide();
-    if (hadKeyboard) // or else the window manager may give it to another program
+}
+
+void EditorPopup::dismiss()
+{
+    // Before the popup goes, or else the window manager may give the keyboard to another program.
+    if (m_host->isActiveWindow())
         m_bar->activateWindow();
+    close();
 }
 
 bool EditorPopup::owns(const QObject* object) const
@@ -144,8 +149,8 @@ bool EditorPopup::owns(const QObject* object) const
 
 void EditorPopup::pressedOutside()
 {
-    if (!closeDropDown() && !m_dropDownJustClosed.isSet())
-        close();
+    if (m_open && !closeDropDown() && !m_dropDownJustClosed.isSet())
+        dismiss();
 }
 
 void EditorPopup::dropDownChanged(PopupWidget* dropDown, bool visible)

@@ -62,6 +62,9 @@ signals:
     void closing();
 
 private:
+    // The user closes it and goes on with the bar.
+    void dismiss();
+
     Names m_names;
     QWidget* m_bar;
     QWidget* m_host = nullptr;

@@ -172,6 +172,7 @@ void RemoteMiniBarWindow::setMode(MiniBarMode target)
     }
     if (m_mode != MiniBarMode::Hidden && isVisible())
         m_lastVisibleMode = m_mode;
+    m_awaitsActivation = m_mode == MiniBarMode::Hidden && target == MiniBarMode::Expanded;
     m_mode = target;
     if (target == MiniBarMode::Hidden) {
         hide();

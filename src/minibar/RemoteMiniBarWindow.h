@@ -98,6 +98,7 @@ private:
     QPoint m_placedPosition;         // where it was last put
     QPoint m_reportedPosition;       // where it was last seen
     bool m_paintedSinceShow = false; // reports count from then on
+    bool m_awaitsActivation = false; // shown expanded again, and not yet in use
     QSize m_collapsedSize;
     QSize m_expandedSize;
     QStackedLayout* m_stack = nullptr;

@@ -55,8 +55,13 @@ bool RemoteMiniBarWindow::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::ApplicationDeactivate:
-        if (watched == qApp)
+        // What had the keyboard before the bar was hidden may lose it after the bar is back.
+        if (watched == qApp && !m_awaitsActivation)
             collapseOnDeactivation();
+        return false;
+    case QEvent::WindowActivate:
+        if (watched == this)
+            m_awaitsActivation = false;
         return false;
     case QEvent::Show:
     case QEvent::Hide:

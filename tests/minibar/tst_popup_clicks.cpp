@@ -52,6 +52,7 @@ private slots:
     void keyboardGoesWithTheSweep();
     void openMenuKeepsItsEdge();
     void longTitleAndSentenceHaveRoom();
+    void lateDeactivationDoesNotCollapse();
 
 private:
     // A visible button of the bar by its text or its info line.
@@ -210,6 +211,22 @@ void TestPopupClicks::longTitleAndSentenceHaveRoom()
         if (label != title)
             QVERIFY(label->height() >= label->heightForWidth(label->width()));
     }
+}
+
+// What the bar's windows lose when it is hidden may be told when it is back.
+void TestPopupClicks::lateDeactivationDoesNotCollapse()
+{
+    const auto send = [](QObject* receiver, QEvent::Type type) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(receiver, &event);
+    };
+    m_window->hideMiniBar();
+    m_window->showMiniBar();
+    send(qApp, QEvent::ApplicationDeactivate);
+    QCOMPARE(m_window->mode(), RemoteMiniBarWindow::MiniBarMode::Expanded);
+    send(m_window.get(), QEvent::WindowActivate);
+    send(qApp, QEvent::ApplicationDeactivate);
+    QCOMPARE(m_window->mode(), RemoteMiniBarWindow::MiniBarMode::Collapsed);
 }
 
 QTEST_MAIN(TestPopupClicks)

@@ -1,5 +1,5 @@
-// What becomes of everything that opens from the bar when the main process speaks, and what an edit in a
-// popup sends. The window manager comes in TARVINEL_WINDOW_MANAGER.
+// What becomes of everything that opens from the bar when the main process speaks and with Esc, and what an
+// edit in a popup sends. The window manager comes in TARVINEL_WINDOW_MANAGER.
 
 #include "system/PopupSession.h"
 
@@ -72,6 +72,8 @@ private slots:
     void hidden();
     void ended_data();
     void ended();
+    void escapeClosesOneThing_data();
+    void escapeClosesOneThing();
     void sweepFieldIsEdited_data();
     void sweepFieldIsEdited();
     void planIsChosen();
@@ -186,6 +188,39 @@ void TestPopupEnds::ended()
     QCOMPARE(session.bar().helper().waitForExitCode(), std::optional<int>(0));
     QCOMPARE(session.main().count("REQ"), 0);
     QCOMPARE(session.bar().helper().errorOutput(), QByteArray());
+}
+
+void TestPopupEnds::escapeClosesOneThing_data()
+{
+    QTest::addColumn<Thing>("thing");
+    QTest::addColumn<QStringList>("left");
+    const QStringList sweep = PopupSession::shownWith(Thing::SweepPopup);
+    QTest::newRow("keypad") << Thing::Keypad << nothing;
+    QTest::newRow("keypad of a field") << Thing::FieldKeypad << sweep;
+    QTest::newRow("drop-down") << Thing::DropDown << sweep;
+    QTest::newRow("sweep") << Thing::SweepPopup << nothing;
+    QTest::newRow("mod") << Thing::ModPopup << nothing;
+    QTest::newRow("menu") << Thing::ModMenu << nothing;
+}
+
+void TestPopupEnds::escapeClosesOneThing()
+{
+    QFETCH(Thing, thing);
+    QFETCH(QStringList, left);
+    PopupSession session(m_display, m_accessibility);
+    QVERIFY(session.begin());
+    QVERIFY(session.open(thing));
+    QVERIFY(session.desktop().key(QStringLiteral("Escape")));
+    QVERIFY(session.waitForShown(left));
+    QVERIFY(session.settle());
+    QCOMPARE(session.shown(), left);
+    if (!left.isEmpty()) {
+        QVERIFY(session.desktop().key(QStringLiteral("Escape")));
+        QVERIFY(session.waitForShown(nothing));
+        QVERIFY(session.settle());
+    }
+    QVERIFY(session.bar().isExpanded());
+    QCOMPARE(session.main().count("REQ"), 0);
 }
 
 void TestPopupEnds::sweepFieldIsEdited_data()

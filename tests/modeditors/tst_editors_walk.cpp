@@ -243,8 +243,8 @@ private:
                                              [&key](const QString& asked) { key = asked; });
         button->click();
         QObject::disconnect(opened);
-        if (button->isReadOnly()) {
-            return 0; // and a request would be one too many
+        if (button->isReadOnly() || button->objectName() == QLatin1String("btnPeriodLen")) {
+            return 0; // it only shows, and a request would be one too many
         }
         NumericFieldSpec spec;
         if (!m_host.describeNumericField(key, &spec)) {

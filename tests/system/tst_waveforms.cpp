@@ -1,0 +1,5 @@
+#include <QTest>
+int main()
+{
+    return 0;
+}

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLayout>
+#include <QListView>
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
@@ -78,6 +79,8 @@ public:
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
         setViewMode(List); // names are what counts, and they need room
+        if (auto* const files = findChild<QListView*>(QStringLiteral("listView")))
+            files->setWrapping(false); // one below the other, however many
         if (auto* const parts = findChild<QSplitter*>())
             parts->setSizes({placesWidth, usualSize.width() - placesWidth});
         resize(usualSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));

@@ -56,6 +56,31 @@ QPoint EditorView::cell(const QString& column, const QString& row) const
     return inColumn && inRow ? QPoint(inColumn->extents.center().x(), inRow->extents.center().y()) : QPoint();
 }
 
+QStringList EditorView::tableRows() const
+{
+    const auto table = find([](const AccessibleNode& node) { return node.role == QLatin1String("table"); });
+    QStringList rows;
+    int top = -1;
+    for (const AccessibleNode& node : table ? table->children : QVector<AccessibleNode>()) {
+        if (node.role != QLatin1String("cell"))
+            continue;
+        if (node.extents.top() == top)
+            rows.last() += QStringLiteral(" | ") + node.name;
+        else
+            rows.append(node.name);
+        top = node.extents.top();
+    }
+    return rows;
+}
+
+QRect EditorView::listRow(const QString& beginning) const
+{
+    const auto row = find([&](const AccessibleNode& node) {
+        return node.role == QLatin1String("list item") && node.name.startsWith(beginning);
+    });
+    return row ? row->extents : QRect();
+}
+
 QString EditorView::shown(const QString& name) const
 {
     const auto node = find(name);
@@ -76,6 +101,18 @@ bool EditorView::click(const QString& name) const
 {
     const auto node = find(name);
     return node && m_bar.click(node->extents.center());
+}
+
+bool EditorView::dragRow(const QPoint& from, const QPoint& to) const
+{
+    constexpr QPoint beginning(0, 20); // far enough to be no click
+    const Desktop& desktop = m_bar.desktop();
+    const auto isUnderWay = [this] {
+        return m_bar.shownBeside().size() > 1;
+    }; // a picture of it follows the pointer
+    return desktop.press(from) && desktop.moveTo(from + beginning) && waitUntil(isUnderWay) &&
+           desktop.moveTo(to - QPoint(0, 1)) && desktop.moveTo(to) && desktop.release() &&
+           m_bar.waitForBeside({m_title});
 }
 
 bool EditorView::perform(Gesture gesture, const QString& name, const QString& text)

@@ -2,6 +2,8 @@
 
 #include "system/BarView.h"
 
+#include <functional>
+
 // The modulation popup of a real helper: the editor of one item, found and used as its user does.
 class EditorView final
 {
@@ -27,11 +29,17 @@ public:
     [[nodiscard]] std::optional<TestSupport::AccessibleNode> find(const QString& name) const;
     // The middle of a table's cell, by the caption of its column and the text of another cell of its row.
     [[nodiscard]] QPoint cell(const QString& column, const QString& row) const;
+    // The rows of the table, their cells joined by " | ".
+    [[nodiscard]] QStringList tableRows() const;
+    // The row of a list whose text begins so.
+    [[nodiscard]] QRect listRow(const QString& beginning) const;
     // A value; "on" or "off" of what can be switched; with " (locked)" when it cannot be used.
     [[nodiscard]] QString shown(const QString& name) const;
     [[nodiscard]] bool waitForShown(const QString& name, const QString& text) const;
     [[nodiscard]] bool click(const QString& name) const;
 
+    // Takes what lies at `from` to another place of the popup.
+    [[nodiscard]] bool dragRow(const QPoint& from, const QPoint& to) const;
     // Does it, until whatever it has opened is gone again.
     [[nodiscard]] bool perform(Gesture gesture, const QString& name, const QString& text);
 

@@ -2,6 +2,7 @@
 
 #include "support/Waiting.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -40,6 +41,7 @@ qint64 SimulatorSession::helperId() const
 
 void SimulatorSession::readTraffic()
 {
+    QCoreApplication::processEvents(); // or else what has come may still be in the pipe
     m_traffic += m_simulator.readAllStandardOutput();
 }
 

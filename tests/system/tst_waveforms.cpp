@@ -331,7 +331,7 @@ void TestWaveforms::playbackByMouse()
              QJsonObject({{QStringLiteral("key"), QStringLiteral("FileName")},
                           {QStringLiteral("value"), path(wave.file)}}));
     QVERIFY(session.editor.waitForShown(QStringLiteral("File Name"), path(wave.file)));
-    QCOMPARE(session.editor.shown(QStringLiteral("Samples In File")), QStringLiteral("12000"));
+    QCOMPARE(session.editor.shown(QStringLiteral("Samples In File")), QStringLiteral("22050"));
     QCOMPARE(session.editor.shown(QStringLiteral("Signal Length")), QStringLiteral("1s"));
 }
 

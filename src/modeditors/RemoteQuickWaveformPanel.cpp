@@ -7,6 +7,7 @@
 #include "utils/NumberText.h"
 
 #include <QHeaderView>
+#include <QToolTip>
 #include <algorithm>
 
 using Controls::ThemeManager;
@@ -130,9 +131,14 @@ void RemoteQuickWaveformPanel::showLoadState()
     const bool loading = profile().value(QLatin1String("loadInProgress")).toBool();
     const QString error = profile().value(QLatin1String("loadError")).toString();
     QPushButton* const load = m_form->btnLoad;
-    load->setText(loading ? tr("Loading...") : error.isEmpty() ? tr("Load") : tr("Load Failed"));
+    const QString text = loading ? tr("Loading...") : error.isEmpty() ? tr("Load") : tr("Load Failed");
+    const bool isNews = load->text() != text || load->toolTip() != error;
+    load->setText(text);
     if (load->toolTip() != error) {
         load->setToolTip(error);
+    }
+    if (isNews && !loading && !error.isEmpty() && isVisible()) { // a finger cannot ask for it
+        QToolTip::showText(load->mapToGlobal(load->rect().bottomLeft()), error, load);
     }
     load->setEnabled(!loading);
     m_form->btnIQScale->setEnabled(canScale());

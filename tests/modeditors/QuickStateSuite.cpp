@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 
 // How the editor shows what it is given.
 class QuickStateSuite final : public QObject
@@ -22,6 +23,7 @@ private slots:
     void autoScale();
     void loadButton_data();
     void loadButton();
+    void failureIsToldAtOnce();
     void enabledButtons_data();
     void enabledButtons();
     void enableSwitchNeedsAFile_data();
@@ -126,6 +128,26 @@ void QuickStateSuite::loadButton()
     QCOMPARE(load->text(), QStringLiteral("Load"));
     QCOMPARE(load->toolTip(), QString());
     QVERIFY(load->isEnabled());
+}
+
+// Whoever uses a finger cannot point at the button to ask why.
+void QuickStateSuite::failureIsToldAtOnce()
+{
+    const QJsonObject failed = {{QStringLiteral("loadError"), QStringLiteral("no WAV file")}};
+    m_fixture->apply(failed);
+    QCOMPARE(QToolTip::text(), QStringLiteral("no WAV file"));
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+    m_fixture->apply(failed); // it is no news any more
+    QVERIFY(!QToolTip::isVisible());
+    m_fixture->apply({{QStringLiteral("loadInProgress"), true}});
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")},
+                      {QStringLiteral("loadInProgress"), true}});
+    QVERIFY(!QToolTip::isVisible());
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")}});
+    QCOMPARE(QToolTip::text(), QStringLiteral("no samples"));
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
 }
 
 void QuickStateSuite::enabledButtons_data()

@@ -249,7 +249,7 @@ std::optional<AccessibleNode> Accessibility::application(qint64 processId) const
     return std::nullopt;
 }
 
-AccessibleNode Accessibility::read(const QString& service, const QString& path, int depth) const
+AccessibleNode Accessibility::readAlone(const QString& service, const QString& path) const
 {
     const NodeReference reference{service, QDBusObjectPath(path)};
     AccessibleNode node;
@@ -266,12 +266,24 @@ AccessibleNode Accessibility::read(const QString& service, const QString& path, 
         node.value = property(m_connection, reference, "Value", "CurrentValue").toDouble();
     if (interfaces.contains(interface("Text")))
         node.text = call(m_connection, reference, interface("Text"), "GetText", {0, -1}).value(0).toString();
+    return node;
+}
+
+AccessibleNode Accessibility::read(const QString& service, const QString& path, int depth) const
+{
+    AccessibleNode node = readAlone(service, path);
     if (depth < deepest) {
-        const QVector<NodeReference> children = childrenOf(m_connection, reference);
+        const QVector<NodeReference> children =
+            childrenOf(m_connection, NodeReference{service, QDBusObjectPath(path)});
         for (const NodeReference& child : children)
             node.children += read(child.service, child.path.path(), depth + 1);
     }
     return node;
+}
+
+AccessibleNode Accessibility::reread(const AccessibleNode& node) const
+{
+    return readAlone(node.service, node.path);
 }
 
 std::optional<AccessibleNode>

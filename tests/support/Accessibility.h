@@ -66,12 +66,16 @@ public:
     waitForNode(qint64 processId, const std::function<bool(const AccessibleNode&)>& wanted) const;
     [[nodiscard]] std::optional<AccessibleNode> waitForNode(qint64 processId, const QString& role,
                                                             const QString& name) const;
+    // The node as it is now, without its children; extents are from where the node's coordinates begin.
+    // Much cheaper than the tree.
+    [[nodiscard]] AccessibleNode reread(const AccessibleNode& node) const;
     // Does the node's action of this name ("Press"); false if it has none.
     [[nodiscard]] bool act(const AccessibleNode& node, const QString& action) const;
 
 private:
     [[nodiscard]] bool startBus();
     [[nodiscard]] AccessibleNode read(const QString& service, const QString& path, int depth) const;
+    [[nodiscard]] AccessibleNode readAlone(const QString& service, const QString& path) const;
 
     const PrivateDisplay& m_display;
     QTemporaryDir m_folder;

@@ -6,6 +6,16 @@ using namespace TestSupport;
 
 namespace {
 
+void collectControls(const AccessibleNode& node, QStringList& names)
+{
+    const bool isControl = node.role == QLatin1String("push button") ||
+                           node.role == QLatin1String("combo box") || node.role == QLatin1String("check box");
+    if (isControl && node.has(AccessibleNode::Showing))
+        names.append(node.name);
+    for (const AccessibleNode& child : node.children)
+        collectControls(child, names);
+}
+
 const QString menuThing = QStringLiteral("menu");
 const QString dropDownThing = QStringLiteral("drop-down");
 constexpr int itemHeight = 44; // of a drop-down, pixels
@@ -25,6 +35,7 @@ bool EditorView::open(int line, int lines, const QString& title)
         (!m_bar.desktop().key(QStringLiteral("Escape")) || !m_bar.waitForBeside({})))
         return false;
     m_title.clear();
+    m_seen.clear();
     if (!m_bar.click(m_bar.centre(BarView::Mod)) || !m_bar.waitForBeside({menuThing}))
         return false;
     if (!m_bar.chooseInMenu(line, lines) || !m_bar.waitForBeside({title}))
@@ -43,7 +54,21 @@ std::optional<AccessibleNode> EditorView::find(const std::function<bool(const Ac
 
 std::optional<AccessibleNode> EditorView::find(const QString& name) const
 {
-    return find([&](const AccessibleNode& candidate) { return candidate.name == name; });
+    auto node = find([&](const AccessibleNode& candidate) { return candidate.name == name; });
+    if (node)
+        m_seen.insert(name, *node);
+    return node;
+}
+
+QStringList EditorView::controls() const
+{
+    const auto dialog = find([this](const AccessibleNode& node) {
+        return node.role == QLatin1String("dialog") && node.name == m_title;
+    });
+    QStringList names;
+    if (dialog)
+        collectControls(*dialog, names);
+    return names;
 }
 
 QPoint EditorView::cell(const QString& column, const QString& row) const
@@ -83,7 +108,11 @@ QRect EditorView::listRow(const QString& beginning) const
 
 QString EditorView::shown(const QString& name) const
 {
-    const auto node = find(name);
+    std::optional<AccessibleNode> node;
+    if (m_seen.contains(name))
+        node = m_accessibility.reread(m_seen.value(name));
+    if (!node || node->name != name || !node->has(AccessibleNode::Showing))
+        node = find(name);
     if (!node)
         return QStringLiteral("(nothing)");
     const bool isSwitch = node->role == QLatin1String("check box");
@@ -105,14 +134,13 @@ bool EditorView::click(const QString& name) const
 
 bool EditorView::dragRow(const QPoint& from, const QPoint& to) const
 {
-    constexpr QPoint beginning(0, 20); // far enough to be no click
+    constexpr QPoint beginning(0, 12); // far enough to be no click
     const Desktop& desktop = m_bar.desktop();
-    const auto isUnderWay = [this] {
-        return m_bar.shownBeside().size() > 1;
-    }; // a picture of it follows the pointer
-    return desktop.press(from) && desktop.moveTo(from + beginning) && waitUntil(isUnderWay) &&
-           desktop.moveTo(to - QPoint(0, 1)) && desktop.moveTo(to) && desktop.release() &&
-           m_bar.waitForBeside({m_title});
+    const auto isUnderWay = [this] { return m_bar.shownBeside().size() > 1; }; // its picture has come
+    const bool arrived = desktop.press(from) && desktop.moveTo(from + beginning) &&
+                         desktop.moveTo(from + 2 * beginning) && waitUntil(isUnderWay) &&
+                         desktop.moveTo(to - QPoint(0, 1)) && desktop.moveTo(to);
+    return desktop.release() && arrived && m_bar.waitForBeside({m_title});
 }
 
 bool EditorView::perform(Gesture gesture, const QString& name, const QString& text)

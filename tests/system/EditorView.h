@@ -2,6 +2,7 @@
 
 #include "system/BarView.h"
 
+#include <QHash>
 #include <functional>
 
 // The modulation popup of a real helper: the editor of one item, found and used as its user does.
@@ -27,6 +28,8 @@ public:
 
     // The first thing of the popup, in reading order, that is showing and has this name; waits for it.
     [[nodiscard]] std::optional<TestSupport::AccessibleNode> find(const QString& name) const;
+    // The names of all buttons, switches, check boxes and lists to choose from that are showing.
+    [[nodiscard]] QStringList controls() const;
     // The middle of a table's cell, by the caption of its column and the text of another cell of its row.
     [[nodiscard]] QPoint cell(const QString& column, const QString& row) const;
     // The rows of the table, their cells joined by " | ".
@@ -53,4 +56,5 @@ private:
     BarView& m_bar;
     const TestSupport::Accessibility& m_accessibility;
     QString m_title;
+    mutable QHash<QString, TestSupport::AccessibleNode> m_seen; // by name
 };

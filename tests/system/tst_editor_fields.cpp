@@ -71,6 +71,9 @@ private slots:
     void locked_data();
     void locked();
     void toneMarks();
+    void loading();
+    void everyControlHasARow_data();
+    void everyControlHasARow();
 
 private:
     void addRows(const QVector<EditorRow>& rows) const;
@@ -259,6 +262,58 @@ void TestEditorFields::toneMarks()
     QVERIFY(session.bar.click(session.editor.cell(QStringLiteral("Enabled"), QStringLiteral("1MHz"))));
     QVERIFY(main.waitForRequests(before + 2));
     QCOMPARE(tones(), QStringLiteral(R"(set-enabled-tones {"value":[]})"));
+}
+
+void TestEditorFields::loading()
+{
+    QVERIFY2(begin(QStringLiteral("quick-waveform")), "the editor does not open");
+    Session& session = *m_session;
+    FakeMain& main = session.bar.main();
+    const auto send = [&](const char* difference) {
+        main.sendSnapshot(session.items.changed(session.shown, parsed(difference).toObject()));
+    };
+    const int before = main.requests().size();
+    send(R"({"profile":{"loadInProgress":true,"loadError":"The last one was no WAV file."}})");
+    const QString busy = QStringLiteral("Loading...");
+    QVERIFY(session.editor.waitForShown(busy, QStringLiteral("The last one was no WAV file. (locked)")));
+    QVERIFY(session.editor.click(busy));
+    QVERIFY(main.show());
+    send(R"({"profile":{"loadError":"The disk is gone."}})");
+    QVERIFY(session.editor.waitForShown(QStringLiteral("Load Failed"), QStringLiteral("The disk is gone.")));
+    send("{}");
+    QVERIFY(session.editor.waitForShown(QStringLiteral("Load"), QString()));
+    QCOMPARE(main.requests().size(), before);
+}
+
+void TestEditorFields::everyControlHasARow_data()
+{
+    QTest::addColumn<QString>("editor");
+    const QStringList ids = EditorItems().ids();
+    for (const QString& id : ids)
+        QTest::newRow(qPrintable(id)) << id;
+}
+
+// What opens the choice of a file is tried with real files elsewhere.
+void TestEditorFields::everyControlHasARow()
+{
+    QFETCH(QString, editor);
+    QStringList known = {QStringLiteral("Load"), QStringLiteral("Load Files")};
+    const QVector<EditorRow> rows = numericRows() + controlRows();
+    for (const EditorRow& row : rows) {
+        if (editor == QLatin1String(row.editor))
+            known.append(QLatin1String(row.control));
+    }
+    for (const LockedRow& row : lockedRows()) {
+        for (const char* control : row.controls) {
+            if (editor == QLatin1String(row.editor))
+                known.append(QLatin1String(control));
+        }
+    }
+    QVERIFY2(begin(editor), "the editor does not open");
+    const QStringList controls = m_session->editor.controls();
+    QVERIFY(controls.contains(QStringLiteral("Enabled")));
+    for (const QString& control : controls)
+        QVERIFY2(known.contains(control), qPrintable(control));
 }
 
 QTEST_GUILESS_MAIN(TestEditorFields)

@@ -318,13 +318,12 @@ void TestWaveforms::playbackByMouse()
     QVERIFY(session.begin(m_stage.path(), playback));
     QCOMPARE(session.editor.shown(QStringLiteral("File Name")), QStringLiteral("N/A"));
     const QString caption = QStringLiteral("Select WAV/ARB file");
-    constexpr int row = 7;
-    constexpr int rowHeight = 32;
-    const SampleWave& wave = m_waves.at(row); // its name is in no Latin script
+    const SampleWave& wave = m_waves.at(7); // its name is in no Latin script
     QVERIFY(session.openChooser(QStringLiteral("Load"), caption));
-    // The toolkit does not tell assistive programs where the files of its list stand.
-    const QRect list = session.bar.control(caption, QStringLiteral("list"), QStringLiteral("Files"));
-    const QPoint place = list.topLeft() + QPoint(rowHeight * 2, rowHeight * row + rowHeight / 2);
+    // Only there does the toolkit tell assistive programs where the files stand.
+    QVERIFY(session.bar.click(
+        session.bar.control(caption, QStringLiteral("push button"), QStringLiteral("Detail View")).center()));
+    const QPoint place = session.bar.control(caption, QStringLiteral("tree item"), wave.file).center();
     session.simulator.markTraffic();
     QVERIFY(session.bar.desktop().doubleClick(place));
     QCOMPARE(session.request().value(QLatin1String("args")).toObject(),
@@ -397,8 +396,7 @@ void TestWaveforms::streamingList()
     const auto row = [&session](const QString& name) { return session.editor.listRow(name); };
     session.simulator.markTraffic();
     const QRect last = row(recording);
-    QVERIFY(
-        session.bar.desktop().drag(row(first).center(), last.bottomLeft() + QPoint(last.width() / 2, -2)));
+    QVERIFY(session.editor.dragRow(row(first).center(), last.bottomLeft() + QPoint(last.width() / 2, -2)));
     QTRY_COMPARE(listed(), QStringList({eight, recording, first}));
     QCOMPARE(session.simulator.payloads("helper REQ").size(), 1);
     // And moved back by a key.

@@ -1,5 +1,6 @@
 #include "modeditors/WaveformTable.h"
 
+#include "modeditors/CutCaptions.h"
 #include "modeditors/ThemedIcon.h"
 #include "modeditors/WaveformDelegate.h"
 
@@ -19,9 +20,11 @@ namespace {
 constexpr int fileRowHeight = 44; // pixels, as all of these
 constexpr int headerHeight = 60;
 constexpr int factsWidth = 250;
-constexpr int nameWidth = 126; // takes the caption of its column
+constexpr int leastNameWidth = 126;
+constexpr int mostNameWidth = 146; // the buttons beside the table need room, too
 constexpr int iconSide = 20;
-constexpr int textSize = 13; // what the style sheet wants of the rows; Qt takes no font from there
+constexpr int textSize = 13;    // what the style sheet wants of the rows; Qt takes no font from there
+constexpr int captionSize = 18; // likewise of the header, which shortens by its own font
 constexpr int hintMargin = 20;
 constexpr int comfortableRows = 8;
 
@@ -71,11 +74,16 @@ WaveformTable::WaveformTable(QWidget* parent)
     setFont(rowFont);
     QHeaderView* const header = horizontalHeader();
     header->setFixedHeight(headerHeight);
+    QFont captionFont = header->font();
+    captionFont.setPixelSize(captionSize);
+    captionFont.setWeight(QFont::Medium);
+    header->setFont(captionFont);
     header->setHighlightSections(false);
     header->setTextElideMode(Qt::ElideRight);
     header->setSectionResizeMode(Name, QHeaderView::Stretch);
     header->setSectionResizeMode(Facts, QHeaderView::Fixed);
     header->resizeSection(Facts, factsWidth);
+    tellCutCaptions(this);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(fileRowHeight);
     verticalHeader()->setDefaultSectionSize(fileRowHeight);
@@ -192,6 +200,8 @@ void WaveformTable::showRow(int row)
 
 QSize WaveformTable::sizeHint() const
 {
+    const int caption = horizontalHeader()->sectionSizeHint(Name);
+    const int nameWidth = std::clamp(caption, leastNameWidth, mostNameWidth);
     const int width = nameWidth + factsWidth + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
     return {width, headerHeight + comfortableRows * fileRowHeight + 2 * frameWidth()};
 }

@@ -3,6 +3,7 @@
 #include "controls/ElidedLabel.h"
 #include "controls/ThemeManager.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFileInfo>
@@ -77,6 +78,7 @@ public:
         const QScreen* const screen =
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
+        tellCutFolder();
         setViewMode(List); // names are what counts, and they need room
         if (auto* const parts = findChild<QSplitter*>())
             parts->setSizes({placesWidth, usualSize.width() - placesWidth});
@@ -102,6 +104,16 @@ protected:
     }
 
 private:
+    // A path is often longer than its room.
+    void tellCutFolder()
+    {
+        if (auto* const folder = findChild<QComboBox*>(QStringLiteral("lookInCombo"))) {
+            const auto tell = [folder] { folder->setToolTip(folder->currentText()); };
+            connect(folder, &QComboBox::currentTextChanged, folder, tell);
+            tell();
+        }
+    }
+
     ElidedLabel* m_title = new ElidedLabel(this);
 };
 

@@ -1,6 +1,7 @@
 #include "controls/OpenPath.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/FileIcons.h"
 #include "controls/ThemeManager.h"
 
 #include <QComboBox>
@@ -14,6 +15,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QToolButton>
 
 namespace Controls {
 namespace {
@@ -57,6 +59,7 @@ public:
         setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
         setAttribute(Qt::WA_QuitOnClose, false);
         setAcceptMode(AcceptOpen);
+        setIconProvider(&m_icons);
         m_title->setObjectName(QStringLiteral("chooserTitle"));
         m_title->setText(caption);
         m_title->setContentsMargins(inset, 0, inset, 0);
@@ -79,6 +82,7 @@ public:
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
         tellCutFolder();
+        setUpButtons();
         setViewMode(List); // names are what counts, and they need room
         if (auto* const parts = findChild<QSplitter*>())
             parts->setSizes({placesWidth, usualSize.width() - placesWidth});
@@ -114,6 +118,20 @@ private:
         }
     }
 
+    // Squares as high as the field beside them.
+    void setUpButtons()
+    {
+        setButtonIcons(*this);
+        const auto* const field = findChild<QComboBox*>(QStringLiteral("lookInCombo"));
+        field->ensurePolished();
+        const int side = field->sizeHint().height();
+        const auto buttons = findChildren<QToolButton*>();
+        for (QToolButton* button : buttons)
+            button->setFixedSize(side, side);
+        findChild<QToolButton*>(QStringLiteral("newFolderButton"))->hide(); // nothing is made here
+    }
+
+    FileIcons m_icons;
     ElidedLabel* m_title = new ElidedLabel(this);
 };
 

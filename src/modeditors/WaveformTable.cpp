@@ -1,7 +1,7 @@
 #include "modeditors/WaveformTable.h"
 
+#include "controls/ThemedIcon.h"
 #include "modeditors/CutCaptions.h"
-#include "modeditors/ThemedIcon.h"
 #include "modeditors/WaveformDelegate.h"
 
 #include <QDir>
@@ -51,10 +51,11 @@ QString shownFacts(const WaveformEntry& entry)
 WaveformTable::WaveformTable(QWidget* parent)
     : QTableWidget(parent)
     , m_writing(this)
-    , m_parentIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/back.svg")))
-    , m_folderIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/folder.svg")))
-    , m_fileIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/audio.svg")))
-    , m_loadedIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/checked.svg"), ThemeManager::FocusRing))
+    , m_parentIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/back.svg")))
+    , m_folderIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/folder.svg")))
+    , m_fileIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/audio.svg")))
+    , m_loadedIcon(
+          Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/checked.svg"), ThemeManager::FocusRing))
 {
     setColumnCount(Facts + 1);
     setSelectionBehavior(SelectRows);

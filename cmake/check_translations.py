@@ -116,8 +116,15 @@ def collected_texts(root, lupdate, findings):
             raise OSError(f"{lupdate} has failed: {run.stderr.strip()}")
         findings.extend(f"lupdate: {line}" for line in run.stderr.splitlines() if line.strip())
         contexts = xml.etree.ElementTree.parse(result).getroot().iter("context")
-        return {(context.findtext("name") or "", message.findtext("source") or "")
-                for context in contexts for message in context.iter("message")}
+        messages = [(context.findtext("name") or "", message) for context in contexts for message in context.iter("message")]
+    texts = set()
+    for context, message in messages:
+        text = (context, message.findtext("source") or "")
+        texts.add(text)
+        if message.get("numerus") or message.findtext("comment"):
+            findings.append(f"src: context {shown(context)}, source {shown(text[1])}: the table knows neither plural forms "
+                            "nor disambiguations: word it so that it needs none")
+    return texts
 
 
 def coverage(rows, texts):

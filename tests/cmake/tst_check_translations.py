@@ -207,6 +207,14 @@ class CheckTranslations(unittest.TestCase):
         self.write("src/bar/Bar.cpp", SOURCES["src/bar/Bar.cpp"].replace('#include "bar/Bar.h"', ""))
         self.assert_findings(["lupdate: ", "Bar.cpp:3"])
 
+    def test_what_the_table_does_not_know(self):
+        for source, arguments in (("%n levels", "nullptr, 3"), ("Level", '"of the sea"')):
+            with self.subTest(arguments=arguments):
+                self.write("src/bar/Bar.cpp", SOURCES["src/bar/Bar.cpp"] + f'void Bar::more() {{ tr("{source}", {arguments}); }}\n')
+                code, lines = self.check()
+                self.assertEqual(code, 1, lines)
+                self.assertIn(f'src: context "Bar", source "{source}": the table knows neither plural forms', lines[0])
+
     def test_glossary_without_a_word(self):
         self.write(GLOSSARY, GLOSSARY_TEXT.replace("| Niveau ", "|  "))
         self.assert_findings([GLOSSARY, "'Level'", "not a word for each language"])

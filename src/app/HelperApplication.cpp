@@ -1,6 +1,8 @@
 #include "app/HelperApplication.h"
 
+#include "app/ApplicationFonts.h"
 #include "app/LaunchOptions.h"
+#include "app/Translations.h"
 #include "link/client/MinibarClient.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
@@ -34,6 +36,8 @@ int HelperApplication::run(QApplication& application)
 {
     QApplication::setApplicationName(QStringLiteral("TarvinelMiniBar"));
     QApplication::setQuitOnLastWindowClosed(false);
+    loadApplicationFonts();
+    installTranslations(application);
 
     const HelperLaunchOptions options = parseLaunchOptions(QCoreApplication::arguments());
     if (!options.isValid()) {

@@ -69,6 +69,9 @@ bool XmlReader::feed(const char* bytes, int size)
 {
     if (m_problem.isEmpty() && XML_Parse(m_parser.get(), bytes, size, XML_FALSE) != XML_STATUS_OK)
         refuse(QString::fromLatin1(XML_ErrorString(XML_GetErrorCode(m_parser.get()))));
+    m_fed += size;
+    if (m_fed - XML_GetCurrentByteIndex(m_parser.get()) > Limits::tagSize)
+        refuse(QStringLiteral("it has a tag of more than 64 KiB"));
     return m_problem.isEmpty();
 }
 

@@ -83,6 +83,7 @@ private:
     std::array<int, 33> m_places = {}; // from the document inwards
     int m_depth = 0;
     int m_elements = 0;
+    int m_fed = 0; // bytes
     QString m_problem;
 };
 

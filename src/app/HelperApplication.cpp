@@ -1,6 +1,8 @@
 #include "app/HelperApplication.h"
 
+#include "app/ApplicationFonts.h"
 #include "app/LaunchOptions.h"
+#include "app/Translations.h"
 #include "controls/InterfaceFont.h"
 #include "link/client/MinibarClient.h"
 #include "minibar/RemoteMiniBarWindow.h"
@@ -35,6 +37,8 @@ int HelperApplication::run(QApplication& application)
 {
     QApplication::setApplicationName(QStringLiteral("TarvinelMiniBar"));
     QApplication::setQuitOnLastWindowClosed(false);
+    loadApplicationFonts();
+    installTranslations(application);
     Controls::useInterfaceFont(tr("Localization"));
 
     const HelperLaunchOptions options = parseLaunchOptions(QCoreApplication::arguments());

@@ -20,8 +20,7 @@ namespace {
 constexpr int fileRowHeight = 44; // pixels, as all of these
 constexpr int headerHeight = 60;
 constexpr int factsWidth = 250;
-constexpr int leastNameWidth = 126;
-constexpr int mostNameWidth = 146; // the buttons beside the table need room, too
+constexpr int nameWidth = 126; // takes the caption of its column
 constexpr int iconSide = 20;
 constexpr int textSize = 13;    // what the style sheet wants of the rows; Qt takes no font from there
 constexpr int captionSize = 18; // likewise of the header, which shortens by its own font
@@ -201,8 +200,6 @@ void WaveformTable::showRow(int row)
 
 QSize WaveformTable::sizeHint() const
 {
-    const int caption = horizontalHeader()->sectionSizeHint(Name);
-    const int nameWidth = std::clamp(caption, leastNameWidth, mostNameWidth);
     const int width = nameWidth + factsWidth + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
     return {width, headerHeight + comfortableRows * fileRowHeight + 2 * frameWidth()};
 }

@@ -1,7 +1,9 @@
 #include "gallery/ContactSheet.h"
 
+#include <QHash>
 #include <QPainter>
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -15,6 +17,53 @@ QFont nameFont()
     QFont font;
     font.setPixelSize(nameSize);
     return font;
+}
+
+// A colour in 15 bits; colours that share one look alike.
+int coarse(QRgb colour)
+{
+    return qRed(colour) >> 3 << 10 | qGreen(colour) >> 3 << 5 | qBlue(colour) >> 3;
+}
+
+int distance(QRgb left, QRgb right)
+{
+    return std::abs(qRed(left) - qRed(right)) + std::abs(qGreen(left) - qGreen(right)) +
+           std::abs(qBlue(left) - qBlue(right));
+}
+
+// The 256 colours that are most frequent, each other one as the nearest of them.
+QImage inFewColours(const QImage& picture)
+{
+    QHash<int, QPair<int, QRgb>> counts; // by coarse colour: how often, and one of them
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            auto& count = counts[coarse(line[x])];
+            count = {count.first + 1, count.first == 0 ? line[x] : count.second};
+        }
+    }
+    QVector<QPair<int, QRgb>> frequent = counts.values().toVector();
+    std::sort(frequent.begin(), frequent.end(), std::greater<>());
+    QVector<QRgb> palette;
+    for (int i = 0; i < std::min(256, frequent.size()); ++i)
+        palette.append(frequent.at(i).second);
+    QHash<int, int> nearest; // place in the palette by coarse colour
+    for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
+        const QRgb colour = it->second;
+        const auto place =
+            std::min_element(palette.cbegin(), palette.cend(), [colour](QRgb left, QRgb right) {
+                return distance(left, colour) < distance(right, colour);
+            });
+        nearest.insert(it.key(), int(place - palette.cbegin()));
+    }
+    QImage indexed(picture.size(), QImage::Format_Indexed8);
+    indexed.setColorTable(palette);
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x)
+            indexed.scanLine(y)[x] = uchar(nearest.value(coarse(line[x])));
+    }
+    return indexed;
 }
 
 } // namespace
@@ -81,5 +130,5 @@ QImage ContactSheet::paint(int width) const
 bool saveSmall(const QImage& picture, const QString& path)
 {
     constexpr int smallest = 0; // of PNG's qualities
-    return picture.convertToFormat(QImage::Format_Indexed8, Qt::AvoidDither).save(path, "PNG", smallest);
+    return inFewColours(picture.convertToFormat(QImage::Format_RGB32)).save(path, "PNG", smallest);
 }

@@ -11,6 +11,7 @@ public:
     explicit ContactSheet(double zoom);
 
     void add(const QString& name, const QImage& picture);
+    [[nodiscard]] bool isEmpty() const { return m_cells.isEmpty(); }
     // Begins a new row.
     void endRow();
     [[nodiscard]] QImage paint(int width) const;

@@ -7,7 +7,8 @@ struct GalleryItem
 {
     const char* screen; // names the picture
     const char* kind;
-    const char* title;
+    const char* name;           // in the menu
+    const char* title;          // of the popup
     const char* state;          // JSON; %FILES% stands for the folder of sample files
     const char* profile = "{}"; // JSON, likewise
     bool enabled = false;

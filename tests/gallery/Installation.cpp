@@ -1,11 +1,14 @@
 #include "gallery/Installation.h"
 
+#include "app/ApplicationFonts.h"
+#include "app/HelperApplication.h"
+#include "controls/InterfaceFont.h"
 #include "support/Translators.h"
+#include "utils/Translator.h"
 #include "utils/WavBytes.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFontDatabase>
 #include <QSettings>
@@ -35,12 +38,10 @@ bool write(const QString& path, const QByteArray& content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
-void loadFonts()
+bool linkFolder(const QString& from, const QString& to)
 {
-    QDirIterator fonts(QStringLiteral(TARVINEL_STAGE "/fonts"), {QStringLiteral("*.ttf")}, QDir::Files,
-                       QDirIterator::Subdirectories);
-    while (fonts.hasNext())
-        QFontDatabase::addApplicationFont(fonts.next());
+    QFile::remove(to);
+    return QFile::link(from, to);
 }
 
 bool writeSampleFiles(const QString& folder)
@@ -57,6 +58,15 @@ bool writeSampleFiles(const QString& folder)
     for (const QString& name : qAsConst(names))
         written = written && write(folder + QLatin1Char('/') + name + QStringLiteral(".wav"), content);
     return written && write(folder + QStringLiteral("/broken.wav"), "no waveform");
+}
+
+// A running program keeps its language; here one follows the other, and Qt has to forget which face it took
+// for a character.
+void useFonts(const QString& locale)
+{
+    QFontDatabase::removeAllApplicationFonts();
+    loadApplicationFonts();
+    Controls::useInterfaceFont(locale);
 }
 
 } // namespace
@@ -87,8 +97,8 @@ bool prepare()
         laid = laid && replaceFile(QStringLiteral(CONFIGURATION_DIR "/") + QLatin1String(name),
                                    configuration + QLatin1Char('/') + QLatin1String(name));
     }
-    loadFonts();
-    return laid && writeSampleFiles(sampleFiles());
+    return laid && linkFolder(QStringLiteral(TARVINEL_STAGE "/fonts"), beside(QStringLiteral("fonts"))) &&
+           writeSampleFiles(sampleFiles());
 }
 
 bool setTheme(bool light)
@@ -106,10 +116,26 @@ QString sampleFiles()
 
 Language::Language(const QString& name)
 {
-    if (name == doubledLanguage)
+    if (name == doubledLanguage) {
         m_translators.push_back(std::make_unique<TestSupport::DoublingTranslator>());
-    for (const auto& translator : m_translators)
-        QCoreApplication::installTranslator(translator.get());
+        QCoreApplication::installTranslator(m_translators.back().get());
+        useFonts(QString());
+        return;
+    }
+    auto texts = std::make_unique<Utils::Translator>();
+    if (!texts->loadFile(QStringLiteral(TARVINEL_STAGE "/configuration/Language.xlsx"), name))
+        qFatal("no texts in %s", qPrintable(name));
+    texts->setCurrentLanguage(name);
+    QCoreApplication::installTranslator(texts.get());
+    m_translators.push_back(std::move(texts));
+
+    const QString locale = HelperApplication::tr("Localization");
+    auto qtTexts = std::make_unique<QTranslator>();
+    if (!qtTexts->load(QStringLiteral("qt_") + locale, QStringLiteral(TARVINEL_STAGE "/bin/translations")))
+        qFatal("no texts of Qt in %s", qPrintable(name));
+    QCoreApplication::installTranslator(qtTexts.get());
+    m_translators.push_back(std::move(qtTexts));
+    useFonts(locale);
 }
 
 Language::~Language()

@@ -14,7 +14,7 @@ namespace Installation {
 [[nodiscard]] const QStringList& languages();
 extern const QString doubledLanguage;
 
-// Lays settings and style sheets beside the program and loads the product's fonts. To be called once, first.
+// Lays settings, style sheets and fonts beside the program. To be called once, first.
 // False if files cannot be written.
 [[nodiscard]] bool prepare();
 // Writes the theme into the settings; what is built from now on has it.
@@ -22,7 +22,8 @@ extern const QString doubledLanguage;
 // A folder with waveform files and folders of them, the same in every run.
 [[nodiscard]] QString sampleFiles();
 
-// The texts of a language, from construction to the end.
+// The texts and the faces of a language, as the program has them from its start to its end; here as long as
+// the object lives. No window may be there when it comes or goes.
 class Language final
 {
 public:

@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -50,6 +51,14 @@ void settle()
 {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+// What the X server tells late of a size that is over makes a window stand for a moment in one that it may
+// not have.
+bool hasItsSize(const QWidget* window)
+{
+    const QSize size = window->size();
+    return size == size.expandedTo(window->minimumSize()).boundedTo(window->maximumSize());
 }
 
 // The probing of the listed files has come to an end, but for those that hold nothing.
@@ -88,6 +97,40 @@ void Screens::visit()
     visitFieldKeyboards();
     visitChooser();
     m_bar.reset();
+}
+
+void Screens::visitCorners()
+{
+    m_bar = std::make_unique<RemoteMiniBarWindow>();
+    m_bar->showMiniBar();
+    apply(Snapshots::frequencySweep());
+    const QRect screen = m_bar->screen()->availableGeometry();
+    visitCorner(QStringLiteral("top-left"), screen.topLeft());
+    visitCorner(QStringLiteral("top-right"), screen.topRight());
+    visitCorner(QStringLiteral("bottom-left"), screen.bottomLeft());
+    visitCorner(QStringLiteral("bottom-right"), screen.bottomRight());
+    m_bar.reset();
+}
+
+void Screens::visitCorner(const QString& name, const QPoint& topRight)
+{
+    const QString prefix = QStringLiteral("corner-") + name;
+    expand(false);
+    m_bar->setAnchorTopRight(topRight);
+    expand(true);
+    show(prefix, m_bar.get());
+    visitKeyboard(prefix + QStringLiteral("-quick-keyboard"), barButton(Frequency), "1.2.");
+    barButton(Sweep)->click();
+    show(prefix + QStringLiteral("-sweep"), popup(sweepPopup));
+    visitDropDown(prefix + QStringLiteral("-list"), inPopup<EnumTextButton>(sweepPopup, "btnMode"));
+    visitKeyboard(prefix + QStringLiteral("-keyboard"), inPopup<QAbstractButton>(sweepPopup, "btnStepFreq"),
+                  "0\r");
+    closePopups();
+    apply(Snapshots::busy());
+    barButton(Mod)->click();
+    show(prefix + QStringLiteral("-menu"), menu());
+    menu()->close();
+    settle();
 }
 
 // The bar
@@ -227,6 +270,7 @@ void Screens::visitChooser()
 
 void Screens::visitMessage()
 {
+    qApp->setStyleSheet(QString()); // it comes before there is one
     visitModal(
         QStringLiteral("message"), [](const QWidget*) { return true; },
         [] {
@@ -261,6 +305,8 @@ void Screens::show(const QString& name, QWidget* shown) const
     if (!shown || !shown->isVisible())
         qFatal("does not show: %s", qPrintable(name));
     settle();
+    if (!TestSupport::waitUntil([shown] { return hasItsSize(shown->window()); }))
+        qFatal("has a size that it may not have: %s", qPrintable(name));
     m_visitor(name, shown);
 }
 

@@ -9,6 +9,7 @@ class QAbstractButton;
 class QDialog;
 class QJsonObject;
 class QMenu;
+class QPoint;
 class QWidget;
 class RemoteMiniBarWindow;
 
@@ -26,6 +27,8 @@ public:
 
     // All of them.
     void visit();
+    // What opens from a bar that stands in each corner of the screen.
+    void visitCorners();
 
 private:
     void visitBar();
@@ -37,6 +40,7 @@ private:
     void visitFieldKeyboards();
     void visitChooser();
     void visitMessage();
+    void visitCorner(const QString& name, const QPoint& topRight);
 
     void show(const QString& name, QWidget* shown) const;
     // Opens the keyboard by a click on the button, and types what will be refused.

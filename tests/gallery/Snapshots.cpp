@@ -96,7 +96,7 @@ QJsonObject modulation(const QString& files)
         };
         businesses.append(QJsonObject{{QStringLiteral("id"), text(item.screen)},
                                       {QStringLiteral("text"), text(item.title)},
-                                      {QStringLiteral("name"), text(item.title)},
+                                      {QStringLiteral("name"), text(item.name)},
                                       {QStringLiteral("editorKind"), text(item.kind)},
                                       {QStringLiteral("editorState"), filled(item.state)},
                                       {QStringLiteral("profile"), filled(item.profile)},
@@ -116,7 +116,7 @@ QJsonObject menu()
             continue;
         kinds.append(text(item.kind));
         businesses.append(QJsonObject{{QStringLiteral("id"), text(item.kind)},
-                                      {QStringLiteral("name"), text(item.title)},
+                                      {QStringLiteral("name"), text(item.name)},
                                       {QStringLiteral("text"), text(item.title)}});
     }
     return withBusinesses(businesses, QStringLiteral("digital"));

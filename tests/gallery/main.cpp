@@ -8,6 +8,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QProcess>
+#include <QScreen>
 #include <QTextStream>
 #include <QWidget>
 
@@ -30,6 +31,7 @@ struct Wishes
     QStringList languages;
     QStringList scales;
     QString only; // screens whose name begins so
+    bool corners = false;
 };
 
 struct Variant
@@ -75,13 +77,15 @@ Wishes parse(const QStringList& arguments)
                                    QStringLiteral("factor"));
     const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Screens whose name begins so."),
                                   QStringLiteral("prefix"));
-    parser.addOptions({folder, theme, language, scale, only});
+    const QCommandLineOption corners(
+        QStringLiteral("corners"), QStringLiteral("The whole screen, with the bar in each corner, instead."));
+    parser.addOptions({folder, theme, language, scale, only, corners});
     parser.process(arguments);
     const auto wished = [&parser](const QCommandLineOption& option, const QStringList& all) {
         return parser.isSet(option) ? parser.values(option) : all;
     };
-    return {parser.value(folder), wished(theme, themes), wished(language, Installation::languages()),
-            wished(scale, scales), parser.value(only)};
+    return {parser.value(folder),  wished(theme, themes), wished(language, Installation::languages()),
+            wished(scale, scales), parser.value(only),    parser.isSet(corners)};
 }
 
 // One variant's pictures and its sheet; false if one could not be written.
@@ -96,11 +100,12 @@ bool render(const Variant& variant, const Wishes& wishes)
     Screens screens([&](const QString& name, QWidget* shown) {
         if (!name.startsWith(wishes.only))
             return;
-        const QImage picture = shown->grab().toImage();
+        const QPixmap seen = wishes.corners ? shown->screen()->grabWindow(0) : shown->grab();
+        const QImage picture = seen.toImage();
         written = picture.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")) && written;
         sheet.add(name, picture);
     });
-    screens.visit();
+    wishes.corners ? screens.visitCorners() : screens.visit();
     return saveSmall(sheet.paint(sheetWidth), folder + QStringLiteral(".png")) && written;
 }
 
@@ -118,7 +123,8 @@ bool writeOverview(const Wishes& wishes)
         }
         sheet.endRow();
     }
-    return saveSmall(sheet.paint(sheetWidth), wishes.folder + QStringLiteral("/overview.png"));
+    return sheet.isEmpty() ||
+           saveSmall(sheet.paint(sheetWidth), wishes.folder + QStringLiteral("/overview.png"));
 }
 
 // The scale of everything counts from the application's start: one process for each.

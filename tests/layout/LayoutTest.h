@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+class Screens;
+
 // Every screen in every language, at one scale: nothing is cut silently, nothing overlaps, nothing lies
 // outside. The themes differ in colours alone, which is tested too, so one of them stands for both.
 class LayoutTest final : public QObject
@@ -18,10 +20,15 @@ private slots:
     void everyEditorIsAmongTheScreens();
     void screens_data();
     void screens();
+    void corners_data();
+    void corners();
     void themesDifferInColoursAlone_data();
     void themesDifferInColoursAlone();
 
 private:
+    // Fails with every fault of the screens that `visit` shows.
+    void check(const QString& language, void (Screens::*visit)());
+
     const char* m_scale;
 };
 

@@ -1,3 +1,4 @@
+#include "controls/InterfaceFont.h"
 #include "controls/LabelButton.h"
 #include "controls/SwitchButton.h"
 #include "controls/ThemeManager.h"
@@ -245,7 +246,10 @@ void QuickFormSuite::rowsAreInTheSheetsSize()
 
 void QuickFormSuite::popupHasRoomForTheTable()
 {
+    const QFont before = QApplication::font();
+    Controls::useInterfaceFont(QString()); // it is a matter of a few pixels
     const QuickFixture fixture;
+    QApplication::setFont(before);
     constexpr int popupWidth = 560;
     QCOMPARE(fixture.editor.editor().width(), popupWidth);
     QVERIFY(fixture.editor.editor().minimumSizeHint().width() <= popupWidth);

@@ -31,6 +31,9 @@ NOT_THE_BAR = {"host", "simulator", "texttable"}
 LOCALE = "Localization"
 LOCALE_CELL = re.compile(r"[a-z]{2}(_[A-Z]{2})?")
 
+# A source that is no text to be shown; its English is in the table.
+KEY = re.compile(r"\w+_\w+|\w*[a-z][A-Z]\w*")
+
 ESCAPES = {"n": "\n", "t": "\t", "\\": "\\"}
 
 # What a translation has exactly as often as its source, whatever the order: name, pattern.
@@ -114,7 +117,8 @@ def collected_texts(root, lupdate, findings):
                              capture_output=True, text=True, check=False)
         if run.returncode or not result.exists():
             raise OSError(f"{lupdate} has failed: {run.stderr.strip()}")
-        findings.extend(f"lupdate: {line}" for line in run.stderr.splitlines() if line.strip())
+        findings.extend(f"lupdate: {line}: texts of this place may be missed or have a wrong context"
+                        for line in run.stderr.splitlines() if line.strip())
         contexts = xml.etree.ElementTree.parse(result).getroot().iter("context")
         messages = [(context.findtext("name") or "", message) for context in contexts for message in context.iter("message")]
     texts = set()
@@ -160,6 +164,8 @@ def cell_faults(source, language, cell):
         if not LOCALE_CELL.fullmatch(cell):
             yield f"{shown(cell)} is no locale such as pt_BR"
         return
+    if language == "English" and cell != source and not KEY.fullmatch(source):
+        yield f"{shown(cell)} is not the source, which is English itself"
     if cell != cell.strip() or "  " in cell:
         yield f"blanks at the edge or twice in a row in {shown(cell)}"
     for character in sorted({c for c in cell if unicodedata.category(c) in ("Cc", "Cf", "Co", "Cn") and c not in "\n\t"}):

@@ -61,6 +61,7 @@ BAD_CELLS = [
     (BAR_LEVEL, "German", "Pegel 10", "other numbers"),
     (BAR_LEVEL, "German", "Pegel'", "straight quote"),
     (BAR_LEVEL, "German", "Pegel\\x", "backslash"),
+    (BAR_LEVEL, "English", "The level", "not the source"),
     (BAR_LEVEL, "German", "Leistung", "none of the glossary's words for Level: Pegel"),
     (BAR_LEVEL, "Portuguese", "Ni\u0301vel", "letters and accents apart"),
     (BAR_SENTENCE, "Russian", "Уровень: %1.", "other place-holders"),
@@ -150,11 +151,11 @@ class CheckTranslations(unittest.TestCase):
         self.assert_findings(['context "Form", source "Level"', "no row", "German", "Simplified Chinese"])
 
     def test_unused_row(self):
-        self.rows.insert(1, ["Bar", "Gone", *["x"] * len(LANGUAGES)])
+        self.rows.insert(1, ["Bar", "Gone", *["Gone"] * len(LANGUAGES)])
         self.assert_findings([f"{TABLE}:3:", 'context "Bar", source "Gone"', "no such text"])
 
     def test_row_of_another_program_is_unused(self):
-        self.rows.append(["Host", "Nobody sees this", *["x"] * len(LANGUAGES)])
+        self.rows.append(["Host", "Nobody sees this", *["Nobody sees this"] * len(LANGUAGES)])
         self.assert_findings(['context "Host"', "no such text"])
 
     def test_row_without_context_serves_the_others(self):
@@ -165,6 +166,13 @@ class CheckTranslations(unittest.TestCase):
     def test_row_without_context_that_serves_none(self):
         self.rows.insert(0, ["", "Level", *LEVEL])
         self.assert_findings(['context "", source "Level"', "no such text"])
+
+    def test_key_has_english_of_its_own(self):
+        for key in ("Period_Arb", "showWaveForm", "FrequencyOffset"):
+            with self.subTest(key=key):
+                self.write("src/bar/Key.cpp", f'QString f() {{ return QCoreApplication::translate("Key", "{key}"); }}\n')
+                self.rows = [*ROWS, ["Key", key, *["Proper words"] * len(LANGUAGES)]]
+                self.assertEqual(self.check()[0], 0)
 
     def test_locale_row_is_wanted(self):
         self.write("src/app/App.cpp", "")

@@ -30,7 +30,7 @@ endfunction()
 
 # tarvinel_test(<name> [PLATFORM offscreen|desktop|screen|none] [TIMEOUT <seconds>] LINKS <targets> SOURCES <files>
 #               [LABELS <labels>] [ENVIRONMENT <name=value>...])
-# A QtTest program. A Qt warning that the case did not announce with QTest::ignoreMessage fails it.
+# A QtTest program. It sees no fonts but those of the installation. A Qt warning that the case did not announce with QTest::ignoreMessage fails it.
 # `desktop` runs it on an X server of its own under a window manager, `screen` on one without, `none` leaves the platform to the test.
 function(tarvinel_test name)
   cmake_parse_arguments(arg "" "PLATFORM;TIMEOUT" "LINKS;SOURCES;LABELS;ENVIRONMENT" ${ARGN})
@@ -46,7 +46,7 @@ function(tarvinel_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   # A folder of its own: what the program finds beside itself differs from test to test.
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${name}/bin)
-  set(environment "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=" ${arg_ENVIRONMENT})
+  set(environment "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=" "FONTCONFIG_FILE=${CMAKE_BINARY_DIR}/tests/fonts.conf" ${arg_ENVIRONMENT})
   if(arg_PLATFORM STREQUAL "desktop")
     add_test(NAME ${name} COMMAND on_desktop icewm $<TARGET_FILE:${name}>)
   elseif(arg_PLATFORM STREQUAL "screen")

@@ -1,7 +1,7 @@
 #include "app/HelperApplication.h"
 
+#include "app/InterfaceFont.h"
 #include "app/LaunchOptions.h"
-#include "controls/InterfaceFont.h"
 #include "link/client/MinibarClient.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
@@ -35,7 +35,7 @@ int HelperApplication::run(QApplication& application)
 {
     QApplication::setApplicationName(QStringLiteral("TarvinelMiniBar"));
     QApplication::setQuitOnLastWindowClosed(false);
-    Controls::useInterfaceFont(tr("Localization"));
+    useInterfaceFont(tr("Localization"));
 
     const HelperLaunchOptions options = parseLaunchOptions(QCoreApplication::arguments());
     if (!options.isValid()) {

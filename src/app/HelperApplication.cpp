@@ -29,6 +29,8 @@ void HelperApplication::prepareEnvironment()
     // memory.
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    // The theme's style sheets are made for this style; the desktop's would shine through.
+    QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
 int HelperApplication::run(QApplication& application)

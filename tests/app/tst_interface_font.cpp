@@ -1,6 +1,7 @@
 // The faces that are laid beside the program, on a machine that has no other: CMakeLists.txt
 // names fontconfig an empty folder.
 
+#include "app/HelperApplication.h"
 #include "app/InterfaceFont.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <QRawFont>
 #include <QRegularExpression>
 #include <QSet>
+#include <QStyle>
 #include <QTest>
 #include <QTextLayout>
 #include <algorithm>
@@ -25,6 +27,9 @@ const QString configuration = QStringLiteral(CONFIGURATION_DIR);
 
 // Read from what others have copied, and never shown.
 constexpr uint arabicThousandsMark = 0x66c;
+
+// Before the application has met the desktop.
+QString chosenStyle;
 
 QFont unhinted(QFont font)
 {
@@ -85,6 +90,7 @@ private slots:
     void everyCharacterIsThere_data();
     void everyCharacterIsThere();
     void theArrowsNeedNoOther();
+    void theDesktopHasNoSay();
 
 private:
     // The file whose outline a character of the text is drawn with; empty for none of ours.
@@ -325,6 +331,19 @@ void InterfaceFontTest::theArrowsNeedNoOther()
         QCOMPARE(fileOf(QLatin1String(arrow), 0, label.font()), QStringLiteral("Roboto-Bold.ttf"));
 }
 
-QTEST_MAIN(InterfaceFontTest)
+void InterfaceFontTest::theDesktopHasNoSay()
+{
+    QCOMPARE(chosenStyle, QStringLiteral("fusion"));
+    QCOMPARE(QApplication::style()->objectName(), QStringLiteral("fusion"));
+}
+
+int main(int argc, char* argv[])
+{
+    HelperApplication::prepareEnvironment();
+    chosenStyle = QApplication::style()->objectName();
+    QApplication application(argc, argv);
+    InterfaceFontTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 
 #include "tst_interface_font.moc"

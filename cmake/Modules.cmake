@@ -30,7 +30,7 @@ endfunction()
 
 # tarvinel_test(<name> [PLATFORM offscreen|desktop|screen|none] [SCREEN <width>x<height>] [TIMEOUT <seconds>]
 #               LINKS <targets> SOURCES <files> [LABELS <labels>] [ENVIRONMENT <name=value>...])
-# A QtTest program. A Qt warning that the case did not announce with QTest::ignoreMessage fails it.
+# A QtTest program. It sees no fonts but those of the installation. A Qt warning that the case did not announce with QTest::ignoreMessage fails it.
 # `desktop` runs it on an X server of its own under a window manager, `screen` on one without, `none` leaves the platform to the test.
 # SCREEN is the size of that server's screen in pixels.
 function(tarvinel_test name)
@@ -50,7 +50,7 @@ function(tarvinel_test name)
   if(arg_SCREEN)
     string(PREPEND arg_SCREEN "@")
   endif()
-  set(environment "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=" ${arg_ENVIRONMENT})
+  set(environment "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=" "FONTCONFIG_FILE=${CMAKE_BINARY_DIR}/tests/fonts.conf" ${arg_ENVIRONMENT})
   if(arg_PLATFORM STREQUAL "desktop")
     add_test(NAME ${name} COMMAND on_desktop icewm${arg_SCREEN} $<TARGET_FILE:${name}>)
   elseif(arg_PLATFORM STREQUAL "screen")

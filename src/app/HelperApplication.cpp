@@ -1,9 +1,9 @@
 #include "app/HelperApplication.h"
 
 #include "app/ApplicationFonts.h"
+#include "app/InterfaceFont.h"
 #include "app/LaunchOptions.h"
 #include "app/Translations.h"
-#include "controls/InterfaceFont.h"
 #include "link/client/MinibarClient.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
@@ -31,6 +31,8 @@ void HelperApplication::prepareEnvironment()
     // memory.
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    // The theme's style sheets are made for this style; the desktop's would shine through.
+    QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
 int HelperApplication::run(QApplication& application)
@@ -39,7 +41,7 @@ int HelperApplication::run(QApplication& application)
     QApplication::setQuitOnLastWindowClosed(false);
     loadApplicationFonts();
     installTranslations(application);
-    Controls::useInterfaceFont(tr("Localization"));
+    useInterfaceFont(tr("Localization"));
 
     const HelperLaunchOptions options = parseLaunchOptions(QCoreApplication::arguments());
     if (!options.isValid()) {

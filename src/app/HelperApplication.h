@@ -15,7 +15,7 @@ public:
     // The process's exit codes besides the event loop's own result.
     enum ExitCode { InvalidOptions = 1, NotConnected = 2, AuthNotSent = 3, ReadyNotSent = 4 };
 
-    // Must run before the application object is created: settles the process's environment.
+    // Must run before the application object is created: settles the process's environment and its style.
     static void prepareEnvironment();
     // Connects to the main process, shows its state and serves it until the link ends. Returns the exit code.
     [[nodiscard]] static int run(QApplication& application);

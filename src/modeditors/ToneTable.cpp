@@ -1,6 +1,7 @@
 #include "modeditors/ToneTable.h"
 
 #include "controls/Marks.h"
+#include "controls/ThemeManager.h"
 #include "modeditors/CutCaptions.h"
 #include "utils/NumberText.h"
 
@@ -14,15 +15,16 @@
 #include <QToolTip>
 #include <algorithm>
 
+using Controls::ThemeManager;
+
 namespace {
 
 enum Column { Number, Frequency, Enabled, columnsInAll };
 
 constexpr int toneRowHeight = 45; // pixels
 constexpr int comfortableRows = 5;
-constexpr int textSize = 15;     // pixels, as the next
-constexpr int captionSize = 18;  // as the style sheet has it; a header shortens by its own font
-constexpr double unusable = 0.4; // opacity
+constexpr int textSize = 15;    // pixels, as the next
+constexpr int captionSize = 18; // as the style sheet has it; a header shortens by its own font
 
 bool operator==(const Tone& left, const Tone& right)
 {
@@ -63,7 +65,8 @@ public:
         cell.features &= ~QStyleOptionViewItem::HasCheckIndicator;
         const bool enabled = cell.state & QStyle::State_Enabled;
         painter->save();
-        painter->setOpacity(enabled ? 1 : unusable);
+        const double pale = ThemeManager::instance().color(ThemeManager::DisabledText).alphaF();
+        painter->setOpacity(enabled ? 1 : pale);
         style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
         painter->restore();
         if (hasMark) {

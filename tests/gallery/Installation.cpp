@@ -2,7 +2,7 @@
 
 #include "app/ApplicationFonts.h"
 #include "app/HelperApplication.h"
-#include "controls/InterfaceFont.h"
+#include "app/InterfaceFont.h"
 #include "support/Translators.h"
 #include "utils/Translator.h"
 #include "utils/WavBytes.h"
@@ -66,7 +66,7 @@ void useFonts(const QString& locale)
 {
     QFontDatabase::removeAllApplicationFonts();
     loadApplicationFonts();
-    Controls::useInterfaceFont(locale);
+    useInterfaceFont(locale);
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include "controls/InterfaceFont.h"
 #include "controls/LabelButton.h"
 #include "controls/SwitchButton.h"
 #include "controls/ThemeManager.h"
@@ -246,10 +245,7 @@ void QuickFormSuite::rowsAreInTheSheetsSize()
 
 void QuickFormSuite::popupHasRoomForTheTable()
 {
-    const QFont before = QApplication::font();
-    Controls::useInterfaceFont(QString()); // it is a matter of a few pixels
     const QuickFixture fixture;
-    QApplication::setFont(before);
     constexpr int popupWidth = 560;
     QCOMPARE(fixture.editor.editor().width(), popupWidth);
     QVERIFY(fixture.editor.editor().minimumSizeHint().width() <= popupWidth);

@@ -1,10 +1,9 @@
-#include "controls/InterfaceFont.h"
+#include "app/InterfaceFont.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QLocale>
 
-namespace Controls {
 namespace {
 
 constexpr int usualSize = 14; // pixels, where neither a widget nor a style sheet says more
@@ -45,5 +44,3 @@ void useInterfaceFont(const QString& locale)
     font.setPixelSize(usualSize);
     QApplication::setFont(font);
 }
-
-} // namespace Controls

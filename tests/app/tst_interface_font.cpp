@@ -1,7 +1,8 @@
-// The faces that are laid beside the program, on a machine that has no other: tests/controls/CMakeLists.txt
+// The faces that are laid beside the program, on a machine that has no other: CMakeLists.txt
 // names fontconfig an empty folder.
 
-#include "controls/InterfaceFont.h"
+#include "app/HelperApplication.h"
+#include "app/InterfaceFont.h"
 
 #include <QApplication>
 #include <QDir>
@@ -14,6 +15,7 @@
 #include <QRawFont>
 #include <QRegularExpression>
 #include <QSet>
+#include <QStyle>
 #include <QTest>
 #include <QTextLayout>
 #include <algorithm>
@@ -25,6 +27,9 @@ const QString configuration = QStringLiteral(CONFIGURATION_DIR);
 
 // Read from what others have copied, and never shown.
 constexpr uint arabicThousandsMark = 0x66c;
+
+// Before the application has met the desktop.
+QString chosenStyle;
 
 QFont unhinted(QFont font)
 {
@@ -85,6 +90,7 @@ private slots:
     void everyCharacterIsThere_data();
     void everyCharacterIsThere();
     void theArrowsNeedNoOther();
+    void theDesktopHasNoSay();
 
 private:
     // The file whose outline a character of the text is drawn with; empty for none of ours.
@@ -139,9 +145,9 @@ void InterfaceFontTest::theMachineHasNoOther()
         const bool isName =
             QStringList{QStringLiteral("Sans Serif"), QStringLiteral("Serif"), QStringLiteral("Monospace")}
                 .contains(family); // fontconfig's, with no file behind it
-        const bool ours =
-            isName || family.startsWith(Controls::interfaceFamily()) || // its weights count as families too
-            Controls::fallbackFamilies(QString()).contains(family);
+        const bool ours = isName ||
+                          family.startsWith(interfaceFamily()) || // its weights count as families too
+                          fallbackFamilies(QString()).contains(family);
         QVERIFY2(ours, qPrintable(family));
     }
 }
@@ -149,18 +155,18 @@ void InterfaceFontTest::theMachineHasNoOther()
 void InterfaceFontTest::everyFamilyHasItsFiles()
 {
     for (const char* locale : {"", "ja", "zh_CN", "ko"}) {
-        const QStringList fallbacks = Controls::fallbackFamilies(QLatin1String(locale));
-        for (const QString& family : fallbacks + QStringList(Controls::interfaceFamily()))
+        const QStringList fallbacks = fallbackFamilies(QLatin1String(locale));
+        for (const QString& family : fallbacks + QStringList(interfaceFamily()))
             QVERIFY2(QFontDatabase().hasFamily(family), qPrintable(family));
     }
 }
 
 void InterfaceFontTest::widgetsTakeIt()
 {
-    Controls::useInterfaceFont(QStringLiteral("en"));
+    useInterfaceFont(QStringLiteral("en"));
     for (const char* widget : {"QWidget", "QLabel", "QMenu", "QMessageBox", "QTipLabel", "QHeaderView"}) {
         const QFont font = QApplication::font(widget);
-        QCOMPARE(font.family(), Controls::interfaceFamily());
+        QCOMPARE(font.family(), interfaceFamily());
         QVERIFY(font.pixelSize() > 0); // whatever the screen's resolution
     }
 }
@@ -175,12 +181,9 @@ void InterfaceFontTest::styleSheetsNameNoOther_data()
 void InterfaceFontTest::styleSheetsNameNoOther()
 {
     QFETCH(const QString, file);
-    static const QRegularExpression declaration(QStringLiteral("font-family:\\s*([^;]*);"));
     const QString sheet = readText(configuration + QLatin1Char('/') + file);
-    auto found = declaration.globalMatch(sheet);
-    QVERIFY(found.hasNext());
-    while (found.hasNext())
-        QCOMPARE(found.next().captured(1), QLatin1Char('"') + Controls::interfaceFamily() + QLatin1Char('"'));
+    QVERIFY(!sheet.isEmpty());
+    QVERIFY(!sheet.contains(QLatin1String("font-family")));
 }
 
 void InterfaceFontTest::facesByLanguage_data()
@@ -224,7 +227,7 @@ void InterfaceFontTest::facesByLanguage()
     QFETCH(const QString, locale);
     QFETCH(const QString, text);
     QFETCH(const int, position);
-    Controls::useInterfaceFont(locale);
+    useInterfaceFont(locale);
     QTEST(fileOf(text, position, QApplication::font()), "file");
 }
 
@@ -247,7 +250,7 @@ void InterfaceFontTest::facesByWeight()
 {
     QFETCH(const QString, declaration);
     QFETCH(const QString, text);
-    Controls::useInterfaceFont(QStringLiteral("en"));
+    useInterfaceFont(QStringLiteral("en"));
     QLabel label;
     label.setStyleSheet(declaration);
     label.ensurePolished();
@@ -262,7 +265,7 @@ void InterfaceFontTest::noFileIsIdle()
     QFont medium = bold;
     medium.setWeight(QFont::DemiBold);
     for (const char* locale : {"ja", "zh_CN"}) {
-        Controls::useInterfaceFont(QLatin1String(locale));
+        useInterfaceFont(QLatin1String(locale));
         for (const QFont& font : {QApplication::font(), medium, bold})
             for (const QString& text :
                  {QStringLiteral("A"), QStringLiteral("\u76f4"), QStringLiteral("\uc8fc")})
@@ -275,7 +278,7 @@ void InterfaceFontTest::noFileIsIdle()
 void InterfaceFontTest::digitsAreOfOneWidth()
 {
     for (auto file = m_files.cbegin(); file != m_files.cend(); ++file) {
-        if (!file.key().startsWith(Controls::interfaceFamily()))
+        if (!file.key().startsWith(interfaceFamily()))
             continue;
         const QVector<QPointF> advances =
             file->advancesForGlyphIndexes(file->glyphIndexesForString(QStringLiteral("0123456789")));
@@ -308,7 +311,7 @@ void InterfaceFontTest::everyCharacterIsThere()
     const QVector<uint> characters = charactersOf(texts);
     QVERIFY(characters.size() > 10);
     for (const char* locale : {"en", "ja", "zh_CN", "ko"}) {
-        Controls::useInterfaceFont(QLatin1String(locale));
+        useInterfaceFont(QLatin1String(locale));
         for (const uint code : characters) {
             const bool found = isBlank(code) || code == arabicThousandsMark ||
                                !fileOf(QString::fromUcs4(&code, 1), 0, QApplication::font()).isEmpty();
@@ -320,7 +323,7 @@ void InterfaceFontTest::everyCharacterIsThere()
 
 void InterfaceFontTest::theArrowsNeedNoOther()
 {
-    Controls::useInterfaceFont(QStringLiteral("en"));
+    useInterfaceFont(QStringLiteral("en"));
     QLabel label;
     label.setStyleSheet(QStringLiteral("font-family: \"Segoe UI Symbol\"; font-weight: 700"));
     label.ensurePolished();
@@ -328,6 +331,19 @@ void InterfaceFontTest::theArrowsNeedNoOther()
         QCOMPARE(fileOf(QLatin1String(arrow), 0, label.font()), QStringLiteral("Roboto-Bold.ttf"));
 }
 
-QTEST_MAIN(InterfaceFontTest)
+void InterfaceFontTest::theDesktopHasNoSay()
+{
+    QCOMPARE(chosenStyle, QStringLiteral("fusion"));
+    QCOMPARE(QApplication::style()->objectName(), QStringLiteral("fusion"));
+}
+
+int main(int argc, char* argv[])
+{
+    HelperApplication::prepareEnvironment();
+    chosenStyle = QApplication::style()->objectName();
+    QApplication application(argc, argv);
+    InterfaceFontTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 
 #include "tst_interface_font.moc"

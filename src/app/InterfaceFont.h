@@ -3,9 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace Controls {
-
-// The family of every text. The theme's style sheets name it too.
+// The family of every text.
 [[nodiscard]] QString interfaceFamily();
 
 // The families that have the characters which the interface's own lacks, first come first served. A Han
@@ -16,5 +14,3 @@ namespace Controls {
 // Makes them the application's font. Once, before any text is shown; when the families are loaded does not
 // matter.
 void useInterfaceFont(const QString& locale);
-
-} // namespace Controls

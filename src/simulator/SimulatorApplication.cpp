@@ -4,6 +4,7 @@
 #include "simulator/LightLook.h"
 #include "simulator/MainWindow.h"
 #include "simulator/TrafficPrinter.h"
+#include "simulator/modulation/SampleWaveforms.h"
 
 #include <QApplication>
 
@@ -117,6 +118,8 @@ int runSimulator(int& argc, char** argv)
     }
     QApplication::setPalette(lightPalette());
     application.setStyleSheet(lightStyleSheet());
+    if (options.ownWaveforms)
+        provideSampleWaveforms(options.waveforms);
     SimulatorApplication simulator(options, scenario);
     simulator.begin();
     return QCoreApplication::exec();

@@ -380,6 +380,7 @@ void TestSimulatorWindow::options_data()
     row("positional", {QStringLiteral("tour.json")}, OptionsResult::Invalid,
         "Unexpected argument 'tour.json'.");
     row("anchor", {QStringLiteral("--anchor"), QStringLiteral("1200,40")}, OptionsResult::Run, "");
+    row("waveforms", {QStringLiteral("--waveforms"), QStringLiteral("/mine/data")}, OptionsResult::Run, "");
     row("bad anchor", {QStringLiteral("--anchor=1200")}, OptionsResult::Invalid, "'--anchor' needs");
 }
 
@@ -392,6 +393,8 @@ void TestSimulatorWindow::options()
     QTEST(parseOptions(QStringList{QStringLiteral("program")} + arguments, options, said), "result");
     QVERIFY2(said.contains(text) && said.isEmpty() == text.isEmpty(), qPrintable(said));
     QVERIFY(options.waveforms.endsWith(QLatin1String("/data")) || !text.isEmpty());
+    if (text.isEmpty()) // a folder that somebody has named is only read
+        QCOMPARE(options.ownWaveforms, !arguments.contains(QStringLiteral("--waveforms")));
     QVERIFY(options.helper.endsWith(QLatin1String("/TarvinelMiniBar")) || !text.isEmpty());
     if (arguments.contains(QStringLiteral("1200,40")))
         QCOMPARE(options.anchor, std::optional<QPoint>(QPoint(1200, 40)));

@@ -1,8 +1,7 @@
 #include "system/tour/Tour.h"
 
+#include "support/Processes.h"
 #include "support/Waiting.h"
-
-#include <QFile>
 
 using namespace TestSupport;
 
@@ -47,19 +46,7 @@ bool Tour::clickInMainWindow(const QString& button) const
 
 qint64 Tour::helperId() const
 {
-    const QStringList processes =
-        QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs);
-    for (const QString& process : processes) {
-        QFile file(QStringLiteral("/proc/%1/stat").arg(process));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        const QByteArray text = file.readAll();
-        // "id (name) state parent ..."; the name may hold anything.
-        const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-        if (fields.value(1).toLongLong() == m_simulator.processId())
-            return process.toLongLong();
-    }
-    return 0;
+    return childrenOf(m_simulator.processId()).value(0);
 }
 
 void Tour::readTraffic()

@@ -14,6 +14,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace std::chrono_literals;
 
@@ -92,6 +93,7 @@ private slots:
     void takenServerNameIsLeftAlone();
     void impossibleServerNameIsReplaced();
     void serverIsPrivate();
+    void anotherUserIsTurnedAway();
     void handshakeDeadline_data();
     void handshakeDeadline();
 };
@@ -366,6 +368,37 @@ void TestHelperHost::serverIsPrivate()
     const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                       QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     QCOMPARE(file.permissions() & others, QFile::Permissions());
+}
+
+// The file's mode keeps other users out, but not root.
+void TestHelperHost::anotherUserIsTurnedAway()
+{
+    constexpr uid_t somebodyElse = 65534;
+    if (::geteuid() != 0) {
+        qInfo("left out: only root can be another user");
+        return;
+    }
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("server"));
+    QCOMPARE(::chown(QFile::encodeName(folder.path()).constData(), somebodyElse, gid_t(-1)), 0);
+    HelperListener listener([&path] { return path; });
+    int entered = 0;
+    connect(&listener, &HelperListener::entered, this, [&entered] { ++entered; });
+    QLocalSocket root;
+    QLocalSocket own;
+    QCOMPARE(::seteuid(somebodyElse), 0);
+    const bool listens = listener.listen();
+    QCOMPARE(::seteuid(0), 0);
+    root.connectToServer(path);
+    QCOMPARE(::seteuid(somebodyElse), 0);
+    own.connectToServer(path);
+    QTest::ignoreMessage(QtWarningMsg, "Closed a connection of another user to the mini bar's server");
+    const bool turnedAway =
+        QTest::qWaitFor([&] { return entered == 1 && root.state() == QLocalSocket::UnconnectedState; });
+    QCOMPARE(::seteuid(0), 0);
+    QVERIFY2(listens, qPrintable(listener.errorString()));
+    QVERIFY(turnedAway);
+    QCOMPARE(own.state(), QLocalSocket::ConnectedState);
 }
 
 void TestHelperHost::handshakeDeadline_data()

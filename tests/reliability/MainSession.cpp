@@ -5,6 +5,7 @@
 #include "support/Waiting.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -47,12 +48,20 @@ bool MainSession::waitForLine(const QByteArray& text)
     });
 }
 
-std::optional<int> MainSession::helperEnd()
+std::optional<MainSession::HelperEnd> MainSession::helperEnd() const
 {
-    constexpr int second = 1000;
+    QElapsedTimer clock;
+    clock.start();
+    const double waitedBefore = waitedForProcessor(m_helperId);
+    double waited = waitedBefore;
     int status = 0;
-    const auto ended = [&] { return ::waitpid(pid_t(m_helperId), &status, WNOHANG) == m_helperId; };
-    return waitUntil(ended, second) ? std::make_optional(status) : std::nullopt;
+    const bool ended = waitUntil([&] {
+        waited = qMax(waited, waitedForProcessor(m_helperId));
+        return ::waitpid(pid_t(m_helperId), &status, WNOHANG) == m_helperId;
+    });
+    if (!ended)
+        return std::nullopt;
+    return HelperEnd{status, double(clock.elapsed()) - (waited - waitedBefore)};
 }
 
 QStringList MainSession::cores() const

@@ -22,8 +22,13 @@ public:
     [[nodiscard]] bool waitForLine(const QByteArray& text);
 
     void killMain() { m_main.killNow(); }
-    // How the helper ended, as the kernel tells it (waitpid); nothing if it is still there after a second.
-    [[nodiscard]] std::optional<int> helperEnd();
+    struct HelperEnd
+    {
+        int status;          // as the kernel tells it (waitpid)
+        double milliseconds; // until it was gone, less those in which other programs had the processors
+    };
+    // Waits for the end of the helper; nothing if it stays.
+    [[nodiscard]] std::optional<HelperEnd> helperEnd() const;
     // Files that lie where a core file would.
     [[nodiscard]] QStringList cores() const;
 

@@ -31,7 +31,7 @@ int main(int argc, char* argv[])
     QObject::connect(&monkey, &Monkey::finished, &application, &QCoreApplication::quit);
     monkey.begin();
     QApplication::exec();
-    report.check(QStringLiteral("survived"), monkey.kindsOfWindows() > 5,
+    report.check(QStringLiteral("survived"), monkey.kindsOfWindows() > 3,
                  QStringLiteral("%1 events of seed %2, %3 requests, %4 kinds of windows")
                      .arg(parser.value(events), parser.value(seed))
                      .arg(monkey.requests())

@@ -113,6 +113,7 @@ private slots:
     void sweepAndModulationAreShown();
     void everyControlHasAName();
     void lastRequests();
+    void longStatusTakesNoRoomFromOthers();
     void minimiseButtonAndClose();
     void turns();
     void barThatDoesNotAnswer();
@@ -268,6 +269,29 @@ void TestSimulatorWindow::lastRequests()
     QVERIFY(lines.last().endsWith(QLatin1String("CMD3 <b> ok")));
     QVERIFY(label->text().contains(QLatin1String("CMD6 &lt;b&gt;")));
     QVERIFY(!label->text().contains(QLatin1String("CMD2")));
+}
+
+void TestSimulatorWindow::longStatusTakesNoRoomFromOthers()
+{
+    Panel panel;
+    const auto heights = [&panel] {
+        QVector<int> all;
+        for (const char* name :
+             {"frequencyField", "levelField", "minimiseButton", "sweepDetail", "lastRequests"})
+            all += panel.find<QWidget>(name)->height();
+        return all;
+    };
+    panel.window.showStatus(QStringLiteral("The mini bar is ready."));
+    QCoreApplication::processEvents();
+    const QVector<int> before = heights();
+    auto* status = panel.find<QLabel>("statusLine");
+    QString text;
+    for (int lines = 1; lines <= 5; ++lines) {
+        text += QStringLiteral("The helper ended. It crashed. The mini bar starts ");
+        panel.window.showStatus(text.trimmed());
+        QTRY_VERIFY(status->height() >= status->heightForWidth(status->width()));
+        QCOMPARE(heights(), before);
+    }
 }
 
 void TestSimulatorWindow::minimiseButtonAndClose()

@@ -68,6 +68,12 @@ bool isRunning(qint64 processId)
     return !state.isEmpty() && state != "Z" && state != "X";
 }
 
+double waitedForProcessor(qint64 processId)
+{
+    constexpr double nanosecondsPerMillisecond = 1e6;
+    return contentOf(processId, "schedstat").split(' ').value(1).toDouble() / nanosecondsPerMillisecond;
+}
+
 QByteArray commandLineOf(qint64 processId)
 {
     return contentOf(processId, "cmdline");

@@ -20,6 +20,9 @@ struct ProcessFacts
 [[nodiscard]] QVector<qint64> childrenOf(qint64 processId);
 // Whether it runs; a dead one that nobody fetched does not.
 [[nodiscard]] bool isRunning(qint64 processId);
+// How long its main thread has been ready to run while other programs had the processors, in ms; 0 where the
+// kernel does not tell.
+[[nodiscard]] double waitedForProcessor(qint64 processId);
 // What the system shows as its command line; zero bytes between the arguments.
 [[nodiscard]] QByteArray commandLineOf(qint64 processId);
 // How often the bytes stand in its memory; nothing when that cannot be read.

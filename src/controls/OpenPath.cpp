@@ -1,12 +1,15 @@
 #include "controls/OpenPath.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/FileIcons.h"
 #include "controls/ThemeManager.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLayout>
 #include <QListView>
 #include <QPainter>
@@ -14,6 +17,8 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QToolButton>
+#include <QToolTip>
 
 namespace Controls {
 namespace {
@@ -57,6 +62,7 @@ public:
         setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
         setAttribute(Qt::WA_QuitOnClose, false);
         setAcceptMode(AcceptOpen);
+        setIconProvider(&m_icons);
         m_title->setObjectName(QStringLiteral("chooserTitle"));
         m_title->setText(caption);
         m_title->setContentsMargins(inset, 0, inset, 0);
@@ -68,6 +74,11 @@ public:
     {
         if (watched == parent() && event->type() == QEvent::Hide && !event->spontaneous())
             reject();
+        if (m_places && watched == m_places->viewport() && event->type() == QEvent::ToolTip) {
+            auto* const help = static_cast<QHelpEvent*>(event);
+            QToolTip::showText(help->globalPos(), m_places->indexAt(help->pos()).data().toString(), m_places);
+            return true;
+        }
         return QFileDialog::eventFilter(watched, event);
     }
 
@@ -78,6 +89,8 @@ public:
         const QScreen* const screen =
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
+        tellCutNames();
+        setUpButtons();
         setViewMode(List); // names are what counts, and they need room
         if (auto* const files = findChild<QListView*>(QStringLiteral("listView")))
             files->setWrapping(false); // one below the other, however many
@@ -105,6 +118,35 @@ protected:
     }
 
 private:
+    // A path is often longer than its room.
+    void tellCutNames()
+    {
+        if (auto* const folder = findChild<QComboBox*>(QStringLiteral("lookInCombo"))) {
+            const auto tell = [folder] { folder->setToolTip(folder->currentText()); };
+            connect(folder, &QComboBox::currentTextChanged, folder, tell);
+            tell();
+        }
+        // And so may the name of a place be.
+        m_places = findChild<QListView*>(QStringLiteral("sidebar"));
+        if (m_places)
+            m_places->viewport()->installEventFilter(this);
+    }
+
+    // Squares as high as the field beside them.
+    void setUpButtons()
+    {
+        setButtonIcons(*this);
+        const auto* const field = findChild<QComboBox*>(QStringLiteral("lookInCombo"));
+        field->ensurePolished();
+        const int side = field->sizeHint().height();
+        const auto buttons = findChildren<QToolButton*>();
+        for (QToolButton* button : buttons)
+            button->setFixedSize(side, side);
+        findChild<QToolButton*>(QStringLiteral("newFolderButton"))->hide(); // nothing is made here
+    }
+
+    FileIcons m_icons;
+    QListView* m_places = nullptr;
     ElidedLabel* m_title = new ElidedLabel(this);
 };
 

@@ -16,13 +16,15 @@ public:
     Q_ENUM(Theme)
 
     enum Role {
-        Surface,          // window background
-        Raised,           // titles, value line
-        Sunken,           // buttons, fields
-        Hovered,          // a button under the pointer
-        Pressed,          // a button held down
-        Border,           // 1 px lines
-        Text,             // values
+        Surface, // window background
+        Raised,  // titles, value line
+        Sunken,  // buttons, fields
+        Hovered, // a button under the pointer
+        Pressed, // a button held down
+        Border,  // 1 px lines
+        Outline, // the edge of what only its edge tells: a field to type in, a box to tick, a scroll bar's
+                 // handle
+        Text,    // values
         SecondaryText,    // captions, units
         DisabledText,     // any text of a control that cannot be used
         Accent,           // checked, current

@@ -1,11 +1,11 @@
 #include "modeditors/LocateMarker.h"
 
-#include "modeditors/ThemedIcon.h"
+#include "controls/ThemedIcon.h"
 #include "modeditors/WaveformTable.h"
 
 LocateMarker::LocateMarker(QTableWidget* table)
     : m_table(table)
-    , m_icon(themedIcon(QStringLiteral(":/QuickWaveform/Image/position.svg")))
+    , m_icon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/position.svg")))
 {}
 
 void LocateMarker::show(bool needed)

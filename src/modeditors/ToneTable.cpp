@@ -1,15 +1,21 @@
 #include "modeditors/ToneTable.h"
 
 #include "controls/Marks.h"
+#include "controls/ThemeManager.h"
+#include "modeditors/CutCaptions.h"
 #include "utils/NumberText.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <algorithm>
+
+using Controls::ThemeManager;
 
 namespace {
 
@@ -17,8 +23,8 @@ enum Column { Number, Frequency, Enabled, columnsInAll };
 
 constexpr int toneRowHeight = 45; // pixels
 constexpr int comfortableRows = 5;
-constexpr int textSize = 15;     // pixels
-constexpr double unusable = 0.4; // opacity
+constexpr int textSize = 15;    // pixels, as the next
+constexpr int captionSize = 18; // as the style sheet has it; a header shortens by its own font
 
 bool operator==(const Tone& left, const Tone& right)
 {
@@ -59,12 +65,25 @@ public:
         cell.features &= ~QStyleOptionViewItem::HasCheckIndicator;
         const bool enabled = cell.state & QStyle::State_Enabled;
         painter->save();
-        painter->setOpacity(enabled ? 1 : unusable);
+        const double pale = ThemeManager::instance().color(ThemeManager::DisabledText).alphaF();
+        painter->setOpacity(enabled ? 1 : pale);
         style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
         painter->restore();
         if (hasMark) {
             Controls::paintCheckMark(*painter, mark, cell.checkState == Qt::Checked, enabled);
         }
+    }
+
+    // A number that long captions leave too little room.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        if (event->type() != QEvent::ToolTip) {
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        }
+        const bool isCut = sizeHint(option, index).width() > option.rect.width();
+        QToolTip::showText(event->globalPos(), isCut ? index.data().toString() : QString(), view);
+        return true;
     }
 };
 
@@ -83,12 +102,15 @@ ToneTable::ToneTable(QWidget* parent)
     setFont(rowFont);
     QHeaderView* const header = horizontalHeader();
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    QFont captionFont = header->font();
+    captionFont.setPixelSize(captionSize);
+    header->setFont(captionFont);
     header->setHighlightSections(false);
     header->setTextElideMode(Qt::ElideRight);
-    connect(header, &QHeaderView::sectionResized, this, &ToneTable::tellCutCaption);
     header->setSectionResizeMode(Number, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(Frequency, QHeaderView::Stretch);
     header->setSectionResizeMode(Enabled, QHeaderView::ResizeToContents);
+    tellCutCaptions(this);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(toneRowHeight);
     verticalHeader()->setDefaultSectionSize(toneRowHeight);
@@ -135,15 +157,6 @@ int ToneTable::sizeHintForColumn(int column) const
 {
     const QModelIndex last = model()->index(rowCount() - 1, column);
     return last.isValid() ? itemDelegate()->sizeHint(viewOptions(), last).width() : 0;
-}
-
-void ToneTable::tellCutCaption(int column, int, int width)
-{
-    QTableWidgetItem* const caption = horizontalHeaderItem(column);
-    const bool isCut = horizontalHeader()->sectionSizeHint(column) > width;
-    if (caption) {
-        caption->setToolTip(isCut ? caption->text() : QString());
-    }
 }
 
 void ToneTable::showRow(int row)

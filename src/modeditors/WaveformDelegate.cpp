@@ -1,16 +1,20 @@
 #include "modeditors/WaveformDelegate.h"
 
+#include "controls/ThemeManager.h"
 #include "modeditors/WaveformTable.h"
 
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
 
+using Controls::ThemeManager;
+
 namespace {
 
 constexpr int sheetPadding = 20; // pixels on either side of a text, as the style sheet has it
 constexpr int textGap = 12;      // between a name and the facts
 constexpr int unusedLeft = 10;   // of the padding before the icon
+constexpr int selectionBar = 3;  // marks the row by more than its colour, as in the theme's lists
 
 } // namespace
 
@@ -26,6 +30,10 @@ void WaveformDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 {
     if (index.column() == WaveformTable::Name) {
         paintName(painter, option.rect, option, index);
+        if (option.state & QStyle::State_Selected) {
+            const QRect bar(option.rect.topLeft(), QSize(selectionBar, option.rect.height()));
+            painter->fillRect(bar, ThemeManager::instance().color(ThemeManager::FocusRing));
+        }
         return;
     }
     QStyleOptionViewItem facts = option;

@@ -1,6 +1,7 @@
 #include "modeditors/WaveformTable.h"
 
-#include "modeditors/ThemedIcon.h"
+#include "controls/ThemedIcon.h"
+#include "modeditors/CutCaptions.h"
 #include "modeditors/WaveformDelegate.h"
 
 #include <QDir>
@@ -21,7 +22,8 @@ constexpr int headerHeight = 60;
 constexpr int factsWidth = 250;
 constexpr int nameWidth = 126; // takes the caption of its column
 constexpr int iconSide = 20;
-constexpr int textSize = 13; // what the style sheet wants of the rows; Qt takes no font from there
+constexpr int textSize = 13;    // what the style sheet wants of the rows; Qt takes no font from there
+constexpr int captionSize = 18; // likewise of the header, which shortens by its own font
 constexpr int hintMargin = 20;
 constexpr int comfortableRows = 8;
 
@@ -34,7 +36,7 @@ QTableWidgetItem* makeItem(const QString& text, Qt::Alignment alignment, int typ
 {
     auto* const item = new QTableWidgetItem(text, type);
     item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-    item->setTextAlignment(alignment);
+    item->setTextAlignment(int(alignment));
     return item;
 }
 
@@ -48,10 +50,11 @@ QString shownFacts(const WaveformEntry& entry)
 WaveformTable::WaveformTable(QWidget* parent)
     : QTableWidget(parent)
     , m_writing(this)
-    , m_parentIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/back.svg")))
-    , m_folderIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/folder.svg")))
-    , m_fileIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/audio.svg")))
-    , m_loadedIcon(themedIcon(QStringLiteral(":/QuickWaveform/Image/checked.svg"), ThemeManager::FocusRing))
+    , m_parentIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/back.svg")))
+    , m_folderIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/folder.svg")))
+    , m_fileIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/audio.svg")))
+    , m_loadedIcon(
+          Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/checked.svg"), ThemeManager::FocusRing))
 {
     setColumnCount(Facts + 1);
     setSelectionBehavior(SelectRows);
@@ -71,11 +74,16 @@ WaveformTable::WaveformTable(QWidget* parent)
     setFont(rowFont);
     QHeaderView* const header = horizontalHeader();
     header->setFixedHeight(headerHeight);
+    QFont captionFont = header->font();
+    captionFont.setPixelSize(captionSize);
+    captionFont.setWeight(QFont::Medium);
+    header->setFont(captionFont);
     header->setHighlightSections(false);
     header->setTextElideMode(Qt::ElideRight);
     header->setSectionResizeMode(Name, QHeaderView::Stretch);
     header->setSectionResizeMode(Facts, QHeaderView::Fixed);
     header->resizeSection(Facts, factsWidth);
+    tellCutCaptions(this);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(fileRowHeight);
     verticalHeader()->setDefaultSectionSize(fileRowHeight);

@@ -30,7 +30,7 @@ SimulatorApplication::SimulatorApplication(const SimulatorOptions& options, cons
     , m_host(std::make_unique<HelperProcess>(options.helper))
     , m_desk(m_host, m_instrument, scenario)
     , m_timeline(m_host, m_desk, m_instrument, scenario.timeline)
-    , m_session(m_host)
+    , m_session(m_host, options.exitAfterClose ? RestartSchedule::never() : RestartSchedule())
 {
     scenario.initial.applyTo(m_instrument);
     if (options.printTraffic)

@@ -1,10 +1,9 @@
 #include "system/SimulatorSession.h"
 
+#include "support/Processes.h"
 #include "support/Waiting.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 
 using namespace TestSupport;
@@ -24,19 +23,7 @@ bool SimulatorSession::start(const QString& stage, const QStringList& arguments)
 
 qint64 SimulatorSession::helperId() const
 {
-    const QStringList processes =
-        QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs);
-    for (const QString& process : processes) {
-        QFile file(QStringLiteral("/proc/%1/stat").arg(process));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        const QByteArray text = file.readAll();
-        // "id (name) state parent ..."; the name may hold anything.
-        const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-        if (fields.value(1).toLongLong() == m_simulator.processId())
-            return process.toLongLong();
-    }
-    return 0;
+    return childrenOf(m_simulator.processId()).value(0);
 }
 
 void SimulatorSession::readTraffic()

@@ -1,11 +1,10 @@
-#include "modeditors/ThemedIcon.h"
+#include "controls/ThemedIcon.h"
 
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmapCache>
 
-using Controls::ThemeManager;
-
+namespace Controls {
 namespace {
 
 class ThemedIconEngine final : public QIconEngine
@@ -25,11 +24,14 @@ public:
     }
 
     // `size` in device pixels, as everywhere in this interface.
-    QPixmap pixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override
     {
-        const QColor color = ThemeManager::instance().color(m_role);
-        const QString key =
-            QStringLiteral("%1 %2 %3x%4").arg(m_path, color.name()).arg(size.width()).arg(size.height());
+        const QColor color =
+            ThemeManager::instance().color(mode == QIcon::Disabled ? ThemeManager::DisabledText : m_role);
+        const QString key = QStringLiteral("%1 %2 %3x%4")
+                                .arg(m_path, color.name(QColor::HexArgb))
+                                .arg(size.width())
+                                .arg(size.height());
         QPixmap image;
         if (!QPixmapCache::find(key, &image)) {
             image = colored(QIcon(m_path), size, color);
@@ -63,3 +65,5 @@ QIcon themedIcon(const QString& path, ThemeManager::Role role)
 {
     return QIcon(new ThemedIconEngine(path, role));
 }
+
+} // namespace Controls

@@ -25,7 +25,10 @@ bool copyTree(const QString& from, const QString& to)
                          QDirIterator::Subdirectories);
     while (entries.hasNext()) {
         const QString path = entries.next();
-        if (!copyEntry(entries.fileInfo(), QDir(to).filePath(root.relativeFilePath(path))))
+        const QString place = root.relativeFilePath(path);
+        if (place.section(QLatin1Char('/'), 0, 0) == QLatin1String("data"))
+            continue; // comes into being when a simulator runs, perhaps at this moment
+        if (!copyEntry(entries.fileInfo(), QDir(to).filePath(place)))
             return false;
     }
     return true;

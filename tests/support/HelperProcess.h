@@ -15,7 +15,8 @@ namespace TestSupport {
 [[nodiscard]] QString helperPath(const QString& stage = stagePath());
 
 // A copy of the installed tree that a test may change and break: its Settings.ini, style sheets, texts,
-// fonts. What is inside it is given by its path from the tree's root.
+// fonts. What is inside it is given by its path from the tree's root. Without data/, which comes into
+// being by use.
 class StageCopy final
 {
 public:

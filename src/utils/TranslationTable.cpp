@@ -2,8 +2,6 @@
 
 #include "utils/workbook/FirstSheet.h"
 
-#include <cstring>
-
 namespace Utils {
 namespace {
 
@@ -98,8 +96,8 @@ TranslationTable::Outcome TranslationTable::read(QIODevice& device, const QStrin
 
 QString TranslationTable::find(const char* context, const char* source) const
 {
-    const QByteArray text = QByteArray::fromRawData(source, static_cast<int>(std::strlen(source)));
-    const QByteArray place = QByteArray::fromRawData(context, static_cast<int>(std::strlen(context)));
+    const QByteArray text = QByteArray::fromRawData(source, static_cast<int>(qstrlen(source)));
+    const QByteArray place = QByteArray::fromRawData(context, static_cast<int>(qstrlen(context)));
     const auto own = m_texts.constFind(keyOf(place, text));
     return own != m_texts.constEnd() ? *own : m_texts.value(keyOf({}, text));
 }

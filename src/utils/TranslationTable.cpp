@@ -2,12 +2,10 @@
 
 #include "utils/workbook/FirstSheet.h"
 
-#include <cstring>
-
 namespace Utils {
 namespace {
 
-constexpr qint64 largestTable = 16 * 1024 * 1024; // bytes of the texts that are kept
+constexpr qint64 largestTable = 16 * qint64(1024) * 1024; // bytes of the texts that are kept
 
 // No text and no context has a zero byte in it.
 QByteArray keyOf(const QByteArray& context, const QByteArray& source)
@@ -98,8 +96,8 @@ TranslationTable::Outcome TranslationTable::read(QIODevice& device, const QStrin
 
 QString TranslationTable::find(const char* context, const char* source) const
 {
-    const QByteArray text = QByteArray::fromRawData(source, static_cast<int>(std::strlen(source)));
-    const QByteArray place = QByteArray::fromRawData(context, static_cast<int>(std::strlen(context)));
+    const QByteArray text = QByteArray::fromRawData(source, static_cast<int>(qstrlen(source)));
+    const QByteArray place = QByteArray::fromRawData(context, static_cast<int>(qstrlen(context)));
     const auto own = m_texts.constFind(keyOf(place, text));
     return own != m_texts.constEnd() ? *own : m_texts.value(keyOf({}, text));
 }

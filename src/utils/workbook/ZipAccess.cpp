@@ -10,6 +10,7 @@
 namespace Workbook {
 namespace {
 
+constexpr unsigned pieceSize = 65536;   // bytes unpacked at a time
 constexpr int asciiCaseInsensitive = 2; // in minizip's numbering
 
 // minizip reads through these; `stream` is the device.
@@ -97,7 +98,7 @@ QString ZipAccess::read(const QString& name, const std::function<bool(const char
     if (!known || unzOpenCurrentFile(m_archive) != UNZ_OK)
         return broken;
 
-    std::array<char, 64 * 1024> buffer;
+    std::array<char, pieceSize> buffer;
     int total = 0;
     int count = 0;
     bool wanted = true;

@@ -17,7 +17,7 @@ for group in "$@"; do
         case $package in '' | '#'*) ;; *) wanted+=("$package") ;; esac
     done <"$lists/$group.txt"
 done
-[ ${#wanted[@]} -gt 0 ] || fail "name at least one group: build, run, test, analysis"
+[ ${#wanted[@]} -gt 0 ] || fail "name at least one group: build, run, test, analysis, fuzz"
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     echo "This is no Debian system, so nothing is installed. The equivalents of these packages are needed: ${wanted[*]}" >&2

@@ -32,6 +32,7 @@ NumberEntry::NumberEntry(const BaseUnitAdapter& scale, const NumericEntry& entry
     m_unitIndex = named >= 0 ? named : scale.indexOfBestUnit(hasValue ? entry.value : 0.0);
     if (hasValue) {
         put(entry.value, m_unitIndex);
+        m_given = true;
     }
 }
 
@@ -145,6 +146,7 @@ void NumberEntry::clear()
     m_cursor = 0;
     m_selected = false;
     m_typed = true;
+    m_given = false;
 }
 
 void NumberEntry::moveCursor(Move move)
@@ -191,6 +193,7 @@ void NumberEntry::paste(const QString& text)
         put(quantity.value, quantity.unitIndex >= 0 ? quantity.unitIndex : m_unitIndex);
         // Without a unit of its own the number is as good as typed: a unit key may still name it.
         m_typed = quantity.unitIndex < 0;
+        m_given = false;
         break;
     case ParsedQuantity::Status::Incomplete:
         refuse(tr("The clipboard holds no number."));
@@ -230,6 +233,7 @@ void NumberEntry::insert(QChar character)
     }
     m_text.insert(m_cursor++, character);
     m_typed = true;
+    m_given = false;
 }
 
 void NumberEntry::removeAt(int position)
@@ -237,6 +241,7 @@ void NumberEntry::removeAt(int position)
     m_text.remove(position, 1);
     m_cursor = position;
     m_typed = true;
+    m_given = false;
 }
 
 void NumberEntry::typePoint()
@@ -320,6 +325,9 @@ void NumberEntry::stepBy(int direction)
         refuse(current.refusal);
         return;
     }
+    if (!m_given && refuse(m_limits.finenessRefusal(current.value))) {
+        return;
+    }
     const double next = decimalSum(current.value, direction * *m_step);
     if (!std::isfinite(next)) {
         refuse(tr("The next step is too large a number."));
@@ -331,7 +339,6 @@ void NumberEntry::stepBy(int direction)
 
 NumberEntry::Accepted NumberEntry::finish(int unitIndex)
 {
-    // What was opened or stepped and not typed may be finer than the keys allow: nothing finer is entered.
     double value = m_whole;
     if (m_typed) {
         const ParsedQuantity quantity = parsed(unitIndex);
@@ -345,11 +352,8 @@ NumberEntry::Accepted NumberEntry::finish(int unitIndex)
             return std::nullopt;
         }
         value = quantity.value;
-        if (refuse(m_limits.finenessRefusal(value))) {
-            return std::nullopt;
-        }
     }
-    if (refuse(m_limits.boundRefusal(value))) {
+    if ((!m_given && refuse(m_limits.finenessRefusal(value))) || refuse(m_limits.boundRefusal(value))) {
         return std::nullopt;
     }
     return value == 0.0 ? 0.0 : value;

@@ -81,7 +81,8 @@ private:
     int m_unitIndex = -1;
     int m_cursor = 0;
     bool m_selected = false;
-    bool m_typed = true; // the text is the user's own and has no unit yet
+    bool m_given = false; // as opened, or stepped from that: may be finer than what is entered
+    bool m_typed = true;  // the text is the user's own and has no unit yet
 };
 
 } // namespace Controls

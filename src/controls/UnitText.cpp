@@ -1,7 +1,6 @@
 #include "controls/UnitText.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 #include <algorithm>
 
 namespace Controls {
@@ -68,18 +67,17 @@ int findOnly(const QVector<Unit>& units, Predicate matches)
     return std::count_if(units.cbegin(), units.cend(), matches) == 1 ? findUnit(units, matches) : -1;
 }
 
+// "GHz, MHz, kHz or Hz".
 QString unitList(const QVector<Unit>& units)
 {
-    QStringList texts;
-    for (const Unit& unit : units) {
-        texts.append(unit.text);
+    QString list = units.first().text;
+    for (int i = 1; i < units.size(); ++i) {
+        const bool isLast = i == units.size() - 1;
+        list = (isLast ? QCoreApplication::translate("QuantityText", "%1 or %2")
+                       : QCoreApplication::translate("QuantityText", "%1, %2"))
+                   .arg(list, units.at(i).text);
     }
-    QString last = texts.takeLast();
-    if (texts.isEmpty()) {
-        return last;
-    }
-    return QCoreApplication::translate("QuantityText", "%1 or %2")
-        .arg(texts.join(QStringLiteral(", ")), last);
+    return list;
 }
 
 int findAnyCase(const QVector<Unit>& units, const QString& text)

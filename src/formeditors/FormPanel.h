@@ -6,8 +6,6 @@
 #include "formeditors/FormTables.h"
 #include "formeditors/RemoteFormEditor.h"
 
-#include <QCoreApplication>
-
 // A panel over the generated form `Form`, which it sets up as itself, and whose fields are tables.
 template <typename Form>
 class FormPanel : public RemoteFormEditor
@@ -46,12 +44,6 @@ protected:
         for (const SwitchRow<Form>& row : rows) {
             bindSwitchField(m_form.*row.button, QLatin1String(row.key));
         }
-    }
-
-    // In the context of the panel's class.
-    [[nodiscard]] QString translated(const char* text) const
-    {
-        return QCoreApplication::translate(m_context, text);
     }
 
     [[nodiscard]] const Form& form() const { return m_form; }

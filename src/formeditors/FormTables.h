@@ -13,7 +13,7 @@ class LabelButton;
 class SwitchButton;
 
 // What a form panel is made of, as data. Titles and texts of items are translated in the context of the
-// panel's class.
+// panel's class; QT_TRANSLATE_NOOP shows them to the tool that collects the texts.
 
 // What a number is: its unit, and with it how it is shown.
 enum class Quantity {
@@ -71,10 +71,6 @@ private:
     const int* m_numbers = nullptr;
     std::size_t m_count;
 };
-
-// The wave forms of an analog modulation.
-inline constexpr Choice waveShapes[] = {
-    {"Sine", "Sine"}, {"Square", "Square"}, {"Triangle", "Triangle"}, {"Ramp", "Ramp"}};
 
 // The fields of a panel, each with the button of its generated form.
 

@@ -2,6 +2,8 @@
 #include "formeditors/FormPanels.h"
 #include "ui_RemoteAmPanel.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr char context[] = "RemoteAmPanel";
@@ -11,12 +13,19 @@ using Form = Ui::AMPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnRate, {"Rate", "Rate", Quantity::Frequency, 1, 3, 1, {}, "125"}},
-    {&Form::btnDepth, {"Depth", "Depth(%)", Quantity::Number, 10, 2, 0.01, 100}},
+    {&Form::btnRate, {"Rate", QT_TRANSLATE_NOOP("RemoteAmPanel", "Rate"), Quantity::Frequency, 1, 3, 1, {}, "125"}},
+    {&Form::btnDepth, {"Depth", QT_TRANSLATE_NOOP("RemoteAmPanel", "Depth(%)"), Quantity::Number, 10, 2, 0.01, 100}},
 };
 // clang-format on
 
-constexpr EnumRow<Form> enumFields[] = {{&Form::btnShape, "Shape", Choices(waveShapes)}};
+constexpr Choice shapes[] = {
+    {"Sine", QT_TRANSLATE_NOOP("RemoteAmPanel", "Sine")},
+    {"Square", QT_TRANSLATE_NOOP("RemoteAmPanel", "Square")},
+    {"Triangle", QT_TRANSLATE_NOOP("RemoteAmPanel", "Triangle")},
+    {"Ramp", QT_TRANSLATE_NOOP("RemoteAmPanel", "Ramp")},
+};
+
+constexpr EnumRow<Form> enumFields[] = {{&Form::btnShape, "Shape", Choices(shapes)}};
 
 class RemoteAmPanel final : public FormPanel<Form>
 {

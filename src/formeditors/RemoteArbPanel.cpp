@@ -4,6 +4,7 @@
 #include "formeditors/WavFileChoice.h"
 #include "ui_RemoteArbPanel.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 
 namespace {
@@ -25,11 +26,11 @@ using Form = Ui::ArbPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnSampleRate, {"SampleRate", "Sample Rate", Quantity::Frequency, 1e6, 3, 1}},
-    {&Form::btnIQScale, {"IQScale", "I/Q Scale(%)", Quantity::Number, 1, 2, 0.01, 100}},
-    {&Form::btnSampleOffset, {"SampleOffset", "Sample Offset", Quantity::Integer, 1, 0, 0, {}, "125"}},
-    {&Form::btnSamplesToUse, {"SamplesToUse", "Samples To Use", Quantity::Integer, 1, 0, 0, {}, "125"}},
-    {&Form::btnPeriod, {"Period", "Period_Arb", Quantity::Integer, 1, 0, 1, {}, "125"}},
+    {&Form::btnSampleRate, {"SampleRate", QT_TRANSLATE_NOOP("RemoteArbPanel", "Sample Rate"), Quantity::Frequency, 1e6, 3, 1}},
+    {&Form::btnIQScale, {"IQScale", QT_TRANSLATE_NOOP("RemoteArbPanel", "I/Q Scale(%)"), Quantity::Number, 1, 2, 0.01, 100}},
+    {&Form::btnSampleOffset, {"SampleOffset", QT_TRANSLATE_NOOP("RemoteArbPanel", "Sample Offset"), Quantity::Integer, 1, 0, 0, {}, "125"}},
+    {&Form::btnSamplesToUse, {"SamplesToUse", QT_TRANSLATE_NOOP("RemoteArbPanel", "Samples To Use"), Quantity::Integer, 1, 0, 0, {}, "125"}},
+    {&Form::btnPeriod, {"Period", QT_TRANSLATE_NOOP("RemoteArbPanel", "Period_Arb"), Quantity::Integer, 1, 0, 1, {}, "125"}},
 };
 // clang-format on
 
@@ -40,6 +41,8 @@ constexpr SwitchRow<Form> switchFields[] = {
 // Plays one file.
 class RemoteArbPanel final : public FormPanel<Form>
 {
+    Q_DECLARE_TR_FUNCTIONS(RemoteArbPanel)
+
 public:
     explicit RemoteArbPanel(QWidget* parent)
         : FormPanel(context, parent)
@@ -56,7 +59,7 @@ protected:
     {
         const QString file = editorState().value(fileNameKey()).toString();
         const bool hasFile = !file.isEmpty();
-        form().btnFileName->setLabelText(hasFile ? file : translated("N/A"));
+        form().btnFileName->setLabelText(hasFile ? file : tr("N/A"));
         if (form().btnFileName->toolTip() != file)
             form().btnFileName->setToolTip(file);
         form().btnSampleRate->setEnabled(hasFile);
@@ -96,8 +99,8 @@ private:
     void load()
     {
         const QPointer<RemoteArbPanel> self(this);
-        const QString file = chooseWavFile(translated("Select %1 file").arg(QLatin1String("WAV/ARB")),
-                                           translated("WAV Files (*.wav)"), this);
+        const QString file =
+            chooseWavFile(tr("Select %1 file").arg(QLatin1String("WAV/ARB")), tr("WAV Files (*.wav)"), this);
         if (self && !file.isEmpty())
             setField(fileNameKey(), file);
         if (self)

@@ -2,6 +2,8 @@
 #include "formeditors/FormPanels.h"
 #include "ui_RemoteAwgnPanel.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr char context[] = "RemoteAwgnPanel";
@@ -11,8 +13,8 @@ using Form = Ui::AwgnPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnBandwidth, {"Bandwith", "Bandwidth", Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
-    {&Form::btnLength, {"Length", "Length", Quantity::Time, 0.001, 6, 1e-12}},
+    {&Form::btnBandwidth, {"Bandwith", QT_TRANSLATE_NOOP("RemoteAwgnPanel", "Bandwidth"), Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
+    {&Form::btnLength, {"Length", QT_TRANSLATE_NOOP("RemoteAwgnPanel", "Length"), Quantity::Time, 0.001, 6, 1e-12}},
 };
 // clang-format on
 

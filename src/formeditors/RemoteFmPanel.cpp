@@ -2,6 +2,8 @@
 #include "formeditors/FormPanels.h"
 #include "ui_RemoteFmPanel.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr char context[] = "RemoteFmPanel";
@@ -11,12 +13,19 @@ using Form = Ui::FMPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnRate, {"Rate", "Rate", Quantity::Frequency, 1, 3, 1, {}, "125"}},
-    {&Form::btnDeviation, {"Deviation", "Deviation", Quantity::Frequency, 1, 3, 1, {}, "125"}},
+    {&Form::btnRate, {"Rate", QT_TRANSLATE_NOOP("RemoteFmPanel", "Rate"), Quantity::Frequency, 1, 3, 1, {}, "125"}},
+    {&Form::btnDeviation, {"Deviation", QT_TRANSLATE_NOOP("RemoteFmPanel", "Deviation"), Quantity::Frequency, 1, 3, 1, {}, "125"}},
 };
 // clang-format on
 
-constexpr EnumRow<Form> enumFields[] = {{&Form::btnShape, "Shape", Choices(waveShapes)}};
+constexpr Choice shapes[] = {
+    {"Sine", QT_TRANSLATE_NOOP("RemoteFmPanel", "Sine")},
+    {"Square", QT_TRANSLATE_NOOP("RemoteFmPanel", "Square")},
+    {"Triangle", QT_TRANSLATE_NOOP("RemoteFmPanel", "Triangle")},
+    {"Ramp", QT_TRANSLATE_NOOP("RemoteFmPanel", "Ramp")},
+};
+
+constexpr EnumRow<Form> enumFields[] = {{&Form::btnShape, "Shape", Choices(shapes)}};
 
 class RemoteFmPanel final : public FormPanel<Form>
 {

@@ -3,6 +3,7 @@
 #include "ui_RemoteOfdmPanel.h"
 #include "utils/NumberText.h"
 
+#include <QCoreApplication>
 #include <cmath>
 
 namespace {
@@ -14,18 +15,24 @@ using Form = Ui::OfdmPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnSymbolCount, {"SymbolCount", "Symbol Count", Quantity::Integer, 1, 0, 0}},
-    {&Form::btnGuardBandCarriers_Left, {"GuardBandCarriersLeft", "Guard Band Carriers (Left)", Quantity::Integer, 1, 0, 0}},
-    {&Form::btnGuardBandCarriers_Right, {"GuardBandCarriersRight", "Guard Band Carriers (Right)", Quantity::Integer, 1, 0, 0}},
-    {&Form::btnGuardInterval, {"GuardInterval", "Guard Interval (%)", Quantity::Number, 0.01, 3, 0}},
-    {&Form::btnWindowLengthPer, {"WindowLength", "Window Length (%)", Quantity::Number, 1, 2, 0, 100}},
-    {&Form::btnSampleRate, {"SampleRate", "Sample Rate", Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
+    {&Form::btnSymbolCount, {"SymbolCount", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "Symbol Count"), Quantity::Integer, 1, 0, 0}},
+    {&Form::btnGuardBandCarriers_Left, {"GuardBandCarriersLeft", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "Guard Band Carriers (Left)"), Quantity::Integer, 1, 0, 0}},
+    {&Form::btnGuardBandCarriers_Right, {"GuardBandCarriersRight", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "Guard Band Carriers (Right)"), Quantity::Integer, 1, 0, 0}},
+    {&Form::btnGuardInterval, {"GuardInterval", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "Guard Interval (%)"), Quantity::Number, 0.01, 3, 0}},
+    {&Form::btnWindowLengthPer, {"WindowLength", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "Window Length (%)"), Quantity::Number, 1, 2, 0, 100}},
+    {&Form::btnSampleRate, {"SampleRate", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "Sample Rate"), Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
 };
 // clang-format on
 
-constexpr Choice modulationTypes[] = {{"BPSK", "BPSK"},    {"QPSK", "QPSK"},   {"PSK8", "8PSK"},
-                                      {"PSK16", "16PSK"},  {"QAM16", "16QAM"}, {"QAM64", "64QAM"},
-                                      {"QAM256", "256QAM"}};
+constexpr Choice modulationTypes[] = {
+    {"BPSK", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "BPSK")},
+    {"QPSK", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "QPSK")},
+    {"PSK8", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "8PSK")},
+    {"PSK16", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "16PSK")},
+    {"QAM16", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "16QAM")},
+    {"QAM64", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "64QAM")},
+    {"QAM256", QT_TRANSLATE_NOOP("RemoteOfdmPanel", "256QAM")},
+};
 constexpr int fftSizes[] = {16, 32, 64, 128, 256, 512, 1024, 2048};
 
 constexpr EnumRow<Form> enumFields[] = {
@@ -40,6 +47,8 @@ constexpr SwitchRow<Form> switchFields[] = {
 
 class RemoteOfdmPanel final : public FormPanel<Form>
 {
+    Q_DECLARE_TR_FUNCTIONS(RemoteOfdmPanel)
+
 public:
     explicit RemoteOfdmPanel(QWidget* parent)
         : FormPanel(context, parent)
@@ -67,7 +76,7 @@ private:
     // Whole samples only.
     [[nodiscard]] QString samples(double count) const
     {
-        return translated("%1 samples").arg(Utils::toString(std::trunc(count), 0, true));
+        return tr("%1 samples").arg(Utils::toString(std::trunc(count), 0, true));
     }
 };
 

@@ -3,6 +3,7 @@
 #include "ui_RemotePulsePanel.h"
 #include "utils/NumberText.h"
 
+#include <QCoreApplication>
 #include <cmath>
 
 namespace {
@@ -24,13 +25,14 @@ using Form = Ui::PulsePanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnWidth, {"Width", "Width", Quantity::Time, 1e-6, 6, 1e-12}},
-    {&Form::btnPeriod, {"Period", "Period", Quantity::Time, 1e-6, 6, 1e-12}},
+    {&Form::btnWidth, {"Width", QT_TRANSLATE_NOOP("RemotePulsePanel", "Width"), Quantity::Time, 1e-6, 6, 1e-12}},
+    {&Form::btnPeriod, {"Period", QT_TRANSLATE_NOOP("RemotePulsePanel", "Period"), Quantity::Time, 1e-6, 6, 1e-12}},
 };
 // clang-format on
 
 // No key of the state: what the width is of the period, in percent, edited as a width.
-constexpr NumericField dutyCycle = {"DutyCycle", "Duty Cycle(%)", Quantity::Number, 1, 2, 0, 100};
+constexpr NumericField dutyCycle = {
+    "DutyCycle", QT_TRANSLATE_NOOP("RemotePulsePanel", "Duty Cycle(%)"), Quantity::Number, 1, 2, 0, 100};
 
 class RemotePulsePanel final : public FormPanel<Form>
 {

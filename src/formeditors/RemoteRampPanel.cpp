@@ -2,6 +2,8 @@
 #include "formeditors/FormPanels.h"
 #include "ui_RemoteRampPanel.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr char context[] = "RemoteRampPanel";
@@ -11,9 +13,9 @@ using Form = Ui::RampPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnSpan, {"Span", "Span", Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
-    {&Form::btnSweepTime, {"SweepTime", "Sweep Time", Quantity::Time, 1e-6, 6, 1e-12}},
-    {&Form::btnPeriod, {"Period", "Period", Quantity::Time, 1e-6, 6, 1e-12}},
+    {&Form::btnSpan, {"Span", QT_TRANSLATE_NOOP("RemoteRampPanel", "Span"), Quantity::Frequency, 1e6, 3, 1, {}, "125"}},
+    {&Form::btnSweepTime, {"SweepTime", QT_TRANSLATE_NOOP("RemoteRampPanel", "Sweep Time"), Quantity::Time, 1e-6, 6, 1e-12}},
+    {&Form::btnPeriod, {"Period", QT_TRANSLATE_NOOP("RemoteRampPanel", "Period"), Quantity::Time, 1e-6, 6, 1e-12}},
 };
 // clang-format on
 

@@ -7,6 +7,7 @@
 #include "ui_RemoteStreamingPanel.h"
 #include "utils/NumberText.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QPointer>
@@ -25,14 +26,16 @@ using Form = Ui::StreamingPanel;
 // clang-format off
 constexpr NumericRow<Form> numericFields[] = {
     // button, key, title, quantity, step, decimals, minimum, maximum, tag, scale
-    {&Form::btnSampleRate, {"SampleRate", "Sample Rate", Quantity::Frequency, 1e6, 3, 1}},
-    {&Form::btnIQScale, {"IQScale", "I/Q Scale(%)", Quantity::Number, 1, 2, 0.01, 100}},
+    {&Form::btnSampleRate, {"SampleRate", QT_TRANSLATE_NOOP("RemoteStreamingPanel", "Sample Rate"), Quantity::Frequency, 1e6, 3, 1}},
+    {&Form::btnIQScale, {"IQScale", QT_TRANSLATE_NOOP("RemoteStreamingPanel", "I/Q Scale(%)"), Quantity::Number, 1, 2, 0.01, 100}},
 };
 // clang-format on
 
 // Plays a list of files one after another.
 class RemoteStreamingPanel final : public FormPanel<Form>
 {
+    Q_DECLARE_TR_FUNCTIONS(RemoteStreamingPanel)
+
 public:
     explicit RemoteStreamingPanel(QWidget* parent)
         : FormPanel(context, parent)
@@ -98,10 +101,10 @@ private:
         const QString name = QFileInfo(file.path).fileName();
         if (!file.facts)
             return name;
-        const QString rate = file.facts->rate > 0 ? Utils::normalizeFrequency(file.facts->rate, true, false)
-                                                  : translated("<unknown>");
+        const QString rate =
+            file.facts->rate > 0 ? Utils::normalizeFrequency(file.facts->rate, true, false) : tr("<unknown>");
         const QString samples = Utils::normalize1K(static_cast<double>(file.facts->samples), 2);
-        return translated("%1 -- %2 Samples -- Sample Rate: %3").arg(name, samples, rate);
+        return tr("%1 -- %2 Samples -- Sample Rate: %3").arg(name, samples, rate);
     }
 
     void editFiles(const QStringList& files)
@@ -113,8 +116,8 @@ private:
     void load()
     {
         const QPointer<RemoteStreamingPanel> self(this);
-        const QString file = chooseWavFile(translated("Select %1 file").arg(QLatin1String("WAV")),
-                                           translated("WAV Files (*.wav)"), this);
+        const QString file =
+            chooseWavFile(tr("Select %1 file").arg(QLatin1String("WAV")), tr("WAV Files (*.wav)"), this);
         if (self && !file.isEmpty())
             editFiles(listedFiles() << file); // as the list is now
         if (self)

@@ -16,9 +16,9 @@ struct SweepSettings
 {
     bool enabled = false;
     SweepPlanId selectedPlanId = SweepPlanId::FrequencyScan;
-    double startHz = 1'000'000'000;
-    double stopHz = 2'000'000'000;
-    double stepHz = 10'000'000;
+    double startHz = 1e9;
+    double stopHz = 2e9;
+    double stepHz = 1e7;
     double startDbm = -20;
     double stopDbm = -19;
     double stepDb = 1;

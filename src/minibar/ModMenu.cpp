@@ -8,6 +8,23 @@
 
 namespace {
 
+// The names that the main process sends, for the translators.
+[[maybe_unused]] constexpr const char* itemNames[] = {
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "AM"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "FM"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "PM"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Pulse"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Digital Ramp"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Digital"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Multitone"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "AWGN"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "DSSS"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "OFDM"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Quick Waveform"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Playback"),
+    QT_TRANSLATE_NOOP("RemoteMiniBarWindow", "Streaming"),
+};
+
 // The item's caption: its name in the user's language, or its text when it has no name; on one line, shown as
 // it stands.
 QString actionText(const ModBusinessEntry& business)

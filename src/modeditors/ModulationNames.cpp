@@ -34,6 +34,14 @@ constexpr DisplayName displayNames[] = {
     {"APSK16", QT_TRANSLATE_NOOP("AnalogModulationPlugin", "16APSK")},
 };
 
+// Values that are shown as they stand, for the translators.
+[[maybe_unused]] constexpr const char* furtherNames[] = {
+    QT_TRANSLATE_NOOP("AnalogModulationPlugin", "Rectangular"),
+    QT_TRANSLATE_NOOP("AnalogModulationPlugin", "Gaussian"),
+    QT_TRANSLATE_NOOP("AnalogModulationPlugin", "BPSK"),
+    QT_TRANSLATE_NOOP("AnalogModulationPlugin", "QPSK"),
+};
+
 QHash<QString, const char*> namesByValue()
 {
     QHash<QString, const char*> names;

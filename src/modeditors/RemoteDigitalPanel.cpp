@@ -148,7 +148,7 @@ void RemoteDigitalPanel::connectWidgets()
             button->setTitleText(button->text());
         }
         connect(button, &EnumTextButton::currentItemEdited, this,
-                [this, &picker](int index) { editPicker(picker, index); });
+                [this, entry = &picker](int index) { editPicker(*entry, index); });
     }
     connect(m_form->defaultTrimDownload, &QCheckBox::toggled, this, [this](bool checked) {
         edit([this, checked] { emit actionEdited(Actions::set_default_trim, {{Keys::value, checked}}); });

@@ -34,7 +34,7 @@ QTableWidgetItem* makeItem(const QString& text, Qt::Alignment alignment, int typ
 {
     auto* const item = new QTableWidgetItem(text, type);
     item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-    item->setTextAlignment(alignment);
+    item->setTextAlignment(int(alignment));
     return item;
 }
 

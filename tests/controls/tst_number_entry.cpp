@@ -19,6 +19,8 @@ private slots:
     void timeKeys();
     void plainKeys_data();
     void plainKeys();
+    void wholeKeys_data();
+    void wholeKeys();
 };
 
 // 2.4 GHz, 9 kHz to 6 GHz, step 1 MHz.
@@ -242,6 +244,7 @@ void NumberEntryTest::plainKeys_data()
     QTest::newRow("fraction") << "15.5<Enter>" << nothing << "Only whole numbers are taken.";
     QTest::newRow("letter") << "15k" << nothing << "This value has no unit. Type the number alone.";
     QTest::newRow("too small") << "3<Enter>" << nothing << "The minimum is 4.";
+    QTest::newRow("pasted fraction") << "{15.5}<Enter>" << nothing << "Only whole numbers are taken.";
     QTest::newRow("arrow without step") << "<Up>" << nothing << "This value has no step.";
 }
 
@@ -257,6 +260,43 @@ void NumberEntryTest::plainKeys()
     config.integerOnly = true;
     NumberEntry entry(scale, config);
     QTEST(textOf(play(entry, {}, keys)), "accepted");
+    QTEST(entry.refusal(), "refusal");
+}
+
+// 12.5 Hz, which was given, where whole Hz are entered in steps of 1 Hz.
+void NumberEntryTest::wholeKeys_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("accepted");
+    QTest::addColumn<QString>("refusal");
+    const char* const finest = "The finest step is 1 Hz.";
+    QTest::newRow("untouched") << "<Enter>"
+                               << "12.5"
+                               << "";
+    QTest::newRow("stepped") << "<Up><Enter>"
+                             << "13.5"
+                             << "";
+    QTest::newRow("typed") << "1.5[Hz]" << nothing << finest;
+    QTest::newRow("typed and stepped") << ".5<Up>" << nothing << finest;
+    QTest::newRow("typed whole and stepped") << "5<Up><Enter>"
+                                             << "6"
+                                             << "";
+    QTest::newRow("pasted") << "{1.5 Hz}<Enter>" << nothing << finest;
+    QTest::newRow("pasted and stepped") << "{1.5 Hz}<Down>" << nothing << finest;
+    QTest::newRow("pasted and re-expressed") << "{1.5 Hz}[kHz]<Enter>" << nothing << finest;
+}
+
+void NumberEntryTest::wholeKeys()
+{
+    QFETCH(const QString, keys);
+    const QVector<Unit> units = unitsOf(QStringLiteral("frequency"));
+    const BaseUnitAdapter scale(units);
+    NumericEntry config;
+    config.value = 12.5;
+    config.step = 1.0;
+    config.integerOnly = true;
+    NumberEntry entry(scale, config);
+    QTEST(textOf(play(entry, units, keys)), "accepted");
     QTEST(entry.refusal(), "refusal");
 }
 

@@ -1,4 +1,5 @@
 #include "formeditors/FormFixture.h"
+#include "support/LanguageTable.h"
 #include "support/Translators.h"
 
 #include <QGridLayout>
@@ -198,6 +199,7 @@ void FormShapeSuite::textsAreTranslatedInTheirContext()
             asked.insert(text);
     }
     QCOMPARE(asked, expectedTexts(form));
+    QCOMPARE(asked - TestSupport::translatableTexts(QStringLiteral(CONFIGURATION_DIR)), QSet<QString>());
 }
 
 void FormShapeSuite::listsTellTheirTitle()

@@ -2,6 +2,8 @@
 #include "controls/ThemeManager.h"
 #include "minibar/RemoteMiniBarWindow.h"
 #include "minibar/StyleSheets.h"
+#include "support/LanguageTable.h"
+#include "support/Translators.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -109,6 +111,7 @@ private slots:
     void pressOutsideCollapses();
     void modButtonFollowsTheBusinesses();
     void controlsCanBeLocked();
+    void everyTextHasTranslations();
 };
 
 void TestBarWindow::signalsStandInOrder()
@@ -636,6 +639,25 @@ void TestBarWindow::controlsCanBeLocked()
     window.applySnapshot(QJsonObject());
     for (const LabelButton* button : infoButtons(collapsed(window)))
         QVERIFY(button->isEnabled());
+}
+
+void TestBarWindow::everyTextHasTranslations()
+{
+    TestSupport::RecordingTranslator recorder;
+    QVERIFY(QCoreApplication::installTranslator(&recorder));
+    recorder.asked.clear(); // what the installation itself has made others ask
+    RemoteMiniBarWindow window;
+    window.applySnapshot(json(R"({"mod":{"businesses":[
+        {"id":"1","name":"AM","text":"-"}, {"id":"2","name":"FM","text":"-"}, {"id":"3","name":"PM","text":"-"},
+        {"id":"4","name":"Pulse","text":"-"}, {"id":"5","name":"Digital Ramp","text":"-"},
+        {"id":"6","name":"Digital","text":"-"}, {"id":"7","name":"Multitone","text":"-"},
+        {"id":"8","name":"AWGN","text":"-"}, {"id":"9","name":"DSSS","text":"-"}, {"id":"10","name":"OFDM","text":"-"},
+        {"id":"11","name":"Quick Waveform","text":"-"}, {"id":"12","name":"Playback","text":"-"},
+        {"id":"13","name":"Streaming","text":"-"}]}})"));
+    QCoreApplication::removeTranslator(&recorder);
+    QVERIFY(recorder.asked.contains(QStringLiteral("RemoteMiniBarWindow|Streaming")));
+    QCOMPARE(recorder.asked - TestSupport::translatableTexts(QStringLiteral(CONFIGURATION_DIR)),
+             QSet<QString>());
 }
 
 QTEST_MAIN(TestBarWindow)

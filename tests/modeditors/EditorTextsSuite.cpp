@@ -1,35 +1,33 @@
 #include "controls/EnumTextButton.h"
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
+#include "support/LanguageTable.h"
+#include "support/Translators.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QSet>
 #include <QTest>
-#include <QTranslator>
 
 namespace {
 
-// Translates nothing and remembers what it was asked: "context: text".
-class Recorder final : public QTranslator
+// A recording translator for as long as it lives.
+class Recorder final
 {
 public:
-    Recorder() { QCoreApplication::installTranslator(this); }
-    ~Recorder() override { QCoreApplication::removeTranslator(this); }
+    Recorder() { QCoreApplication::installTranslator(&m_translator); }
+    ~Recorder() { QCoreApplication::removeTranslator(&m_translator); }
+    Q_DISABLE_COPY(Recorder)
 
-    [[nodiscard]] bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        asked.insert(QLatin1String(context) + QLatin1String(": ") + QString::fromUtf8(text));
-        return {};
-    }
+    [[nodiscard]] const QSet<QString>& asked() const { return m_translator.asked; }
 
-    mutable QSet<QString> asked;
+private:
+    TestSupport::RecordingTranslator m_translator;
 };
 
 QString line(const char* context, const char* text)
 {
-    return QLatin1String(context) + QLatin1String(": ") + QLatin1String(text);
+    return QLatin1String(context) + QLatin1Char('|') + QLatin1String(text);
 }
 
 struct ExpectedText
@@ -149,10 +147,10 @@ void EditorTextsSuite::contexts()
         (void)fixture.editor().describeNumericField(QLatin1String(key), &spec);
     }
     QSet<QString> asked;
-    for (const QString& text : recorder.asked) {
+    for (const QString& text : recorder.asked()) {
         // Not the words of the kit and of Qt.
-        if (!text.startsWith(QLatin1String("SwitchButton: ")) &&
-            !text.startsWith(QLatin1String("QGuiApplication: "))) {
+        if (!text.startsWith(QLatin1String("SwitchButton|")) &&
+            !text.startsWith(QLatin1String("QGuiApplication|"))) {
             asked.insert(text);
         }
     }
@@ -160,6 +158,7 @@ void EditorTextsSuite::contexts()
     const QStringList unexpected = (asked - expected).values();
     QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QLatin1Char('\n'))));
     QVERIFY2(unexpected.isEmpty(), qPrintable(unexpected.join(QLatin1Char('\n'))));
+    QCOMPARE(asked - TestSupport::translatableTexts(QStringLiteral(CONFIGURATION_DIR)), QSet<QString>());
 }
 
 void EditorTextsSuite::displayName_data()
@@ -184,7 +183,7 @@ void EditorTextsSuite::displayName()
     QCOMPARE(fixture.find<EnumTextButton>(QStringLiteral("filterType"))->enums(), QStringList(shown));
     fixture.apply({}, {{QStringLiteral("modulationTypeOptions"), options}});
     QCOMPARE(fixture.find<EnumTextButton>(QStringLiteral("modulationType"))->enums(), QStringList(shown));
-    QVERIFY(shown.isEmpty() || recorder.asked.contains(QLatin1String("AnalogModulationPlugin: ") + shown));
+    QVERIFY(shown.isEmpty() || recorder.asked().contains(QLatin1String("AnalogModulationPlugin|") + shown));
 }
 
 std::unique_ptr<QObject> makeEditorTextsSuite()

@@ -1,3 +1,5 @@
+#include "support/LanguageTable.h"
+#include "support/Translators.h"
 #include "sweep/SweepPanelFixture.h"
 #include "sweep/SweepSuites.h"
 
@@ -60,6 +62,7 @@ private slots:
     void styleSheet();
     void columnsAreEqual_data();
     void columnsAreEqual();
+    void everyTextHasTranslations();
 };
 
 void SweepFormSuite::panel()
@@ -250,6 +253,21 @@ void SweepFormSuite::columnsAreEqual()
     }
     QCOMPARE(fixture.enabledSwitch()->toolTip(), QString());
     QCOMPARE(fixture.panel.sizeHint().height(), 3 * 60 + 2 * 5);
+}
+
+void SweepFormSuite::everyTextHasTranslations()
+{
+    TestSupport::RecordingTranslator recorder;
+    QVERIFY(QCoreApplication::installTranslator(&recorder));
+    recorder.asked.clear(); // what the installation itself has made others ask
+    SweepPanelFixture fixture;
+    fixture.panel.applySweep(editableSweep(SweepPlanId::Unsupported));
+    for (const Field field : allFields)
+        QVERIFY(!fixture.panel.fieldTitle(field).isEmpty());
+    QCoreApplication::removeTranslator(&recorder);
+    QVERIFY(recorder.asked.contains(QStringLiteral("RemoteSweepPanel|Unsupported")));
+    QCOMPARE(recorder.asked - TestSupport::translatableTexts(QStringLiteral(CONFIGURATION_DIR)),
+             QSet<QString>());
 }
 
 std::unique_ptr<QObject> makeSweepFormSuite()

@@ -115,6 +115,7 @@ int runSimulator(int& argc, char** argv)
         printLine(stderr, text);
         return exitBadInput;
     }
+    loadFontsBesideProgram();
     QApplication::setPalette(lightPalette());
     application.setStyleSheet(lightStyleSheet());
     SimulatorApplication simulator(options, scenario);

@@ -28,12 +28,13 @@ function(tarvinel_module target)
   message(FATAL_ERROR "cmake/layers.txt does not name the target '${target}'")
 endfunction()
 
-# tarvinel_test(<name> [PLATFORM offscreen|desktop|screen|none] [TIMEOUT <seconds>] LINKS <targets> SOURCES <files>
-#               [LABELS <labels>] [ENVIRONMENT <name=value>...])
+# tarvinel_test(<name> [PLATFORM offscreen|desktop|screen|none] [SCREEN <width>x<height>] [TIMEOUT <seconds>]
+#               LINKS <targets> SOURCES <files> [LABELS <labels>] [ENVIRONMENT <name=value>...])
 # A QtTest program. It sees no fonts but those of the installation. A Qt warning that the case did not announce with QTest::ignoreMessage fails it.
 # `desktop` runs it on an X server of its own under a window manager, `screen` on one without, `none` leaves the platform to the test.
+# SCREEN is the size of that server's screen in pixels.
 function(tarvinel_test name)
-  cmake_parse_arguments(arg "" "PLATFORM;TIMEOUT" "LINKS;SOURCES;LABELS;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(arg "" "PLATFORM;SCREEN;TIMEOUT" "LINKS;SOURCES;LABELS;ENVIRONMENT" ${ARGN})
   if(NOT arg_PLATFORM)
     set(arg_PLATFORM offscreen)
   endif()
@@ -46,11 +47,14 @@ function(tarvinel_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   # A folder of its own: what the program finds beside itself differs from test to test.
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${name}/bin)
+  if(arg_SCREEN)
+    string(PREPEND arg_SCREEN "@")
+  endif()
   set(environment "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=" "FONTCONFIG_FILE=${CMAKE_BINARY_DIR}/tests/fonts.conf" ${arg_ENVIRONMENT})
   if(arg_PLATFORM STREQUAL "desktop")
-    add_test(NAME ${name} COMMAND on_desktop icewm $<TARGET_FILE:${name}>)
+    add_test(NAME ${name} COMMAND on_desktop icewm${arg_SCREEN} $<TARGET_FILE:${name}>)
   elseif(arg_PLATFORM STREQUAL "screen")
-    add_test(NAME ${name} COMMAND on_desktop none $<TARGET_FILE:${name}>)
+    add_test(NAME ${name} COMMAND on_desktop none${arg_SCREEN} $<TARGET_FILE:${name}>)
   else()
     add_test(NAME ${name} COMMAND ${name})
     list(APPEND environment "QT_QPA_PLATFORM=${arg_PLATFORM}")

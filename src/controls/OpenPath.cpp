@@ -9,13 +9,16 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLayout>
+#include <QListView>
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace Controls {
 namespace {
@@ -71,6 +74,11 @@ public:
     {
         if (watched == parent() && event->type() == QEvent::Hide && !event->spontaneous())
             reject();
+        if (m_places && watched == m_places->viewport() && event->type() == QEvent::ToolTip) {
+            auto* const help = static_cast<QHelpEvent*>(event);
+            QToolTip::showText(help->globalPos(), m_places->indexAt(help->pos()).data().toString(), m_places);
+            return true;
+        }
         return QFileDialog::eventFilter(watched, event);
     }
 
@@ -81,8 +89,11 @@ public:
         const QScreen* const screen =
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
+        tellCutNames();
         setUpButtons();
         setViewMode(List); // names are what counts, and they need room
+        if (auto* const files = findChild<QListView*>(QStringLiteral("listView")))
+            files->setWrapping(false); // one below the other, however many
         if (auto* const parts = findChild<QSplitter*>())
             parts->setSizes({placesWidth, usualSize.width() - placesWidth});
         resize(usualSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));
@@ -107,6 +118,20 @@ protected:
     }
 
 private:
+    // A path is often longer than its room.
+    void tellCutNames()
+    {
+        if (auto* const folder = findChild<QComboBox*>(QStringLiteral("lookInCombo"))) {
+            const auto tell = [folder] { folder->setToolTip(folder->currentText()); };
+            connect(folder, &QComboBox::currentTextChanged, folder, tell);
+            tell();
+        }
+        // And so may the name of a place be.
+        m_places = findChild<QListView*>(QStringLiteral("sidebar"));
+        if (m_places)
+            m_places->viewport()->installEventFilter(this);
+    }
+
     // Squares as high as the field beside them.
     void setUpButtons()
     {
@@ -121,6 +146,7 @@ private:
     }
 
     FileIcons m_icons;
+    QListView* m_places = nullptr;
     ElidedLabel* m_title = new ElidedLabel(this);
 };
 

@@ -90,7 +90,7 @@ private:
         for (const StreamedFiles::File& file : m_files.files()) {
             auto* const row = new QListWidgetItem(rowText(file), list);
             row->setData(Qt::UserRole, file.path);
-            row->setToolTip(file.path);
+            row->setToolTip(file.facts ? row->text() + QLatin1Char('\n') + file.path : file.path);
         }
         const QStringList paths = m_files.paths(); // one may be listed twice
         list->setCurrentRow(paths.value(currentRow) == current ? currentRow : paths.indexOf(current));

@@ -6,6 +6,7 @@
 #include "minibar/ScreenLayout.h"
 
 #include <QDialog>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
@@ -55,6 +56,7 @@ void EditorPopup::build(const QString& title, const std::function<QWidget*(QDial
     m_dialog->setModal(false);
     m_dialog->setAttribute(Qt::WA_QuitOnClose, false);
     m_dialog->setAttribute(Qt::WA_StyledBackground, true);
+    m_dialog->installEventFilter(this);
     // Esc, or whatever else ends the dialog by itself.
     connect(m_dialog, &QDialog::finished, this, &EditorPopup::dismiss);
 
@@ -87,35 +89,59 @@ void EditorPopup::setStyleSheet(const QString& styleSheet)
 
 void EditorPopup::open(const QWidget* button, const QRect& bar, bool clampHeight)
 {
+    m_spot = {button, bar, clampHeight};
     const Placement::Screens screens = currentScreens(m_bar);
-    const QPoint anchor =
-        Placement::anchorBelow(QRect(button->mapTo(m_bar, QPoint(0, 0)), button->size()), bar);
-    const QRect available = Placement::screenRect(screens, anchor);
-
     m_dialog->adjustSize();
-    QSize size = m_dialog->sizeHint().expandedTo(m_dialog->minimumSizeHint());
-    size.setWidth(std::min(available.width(), maximumWidth));
-    if (m_dialog->hasHeightForWidth()) // a sentence may need more lines now
-        size.setHeight(std::max(size.height(), m_dialog->heightForWidth(size.width())));
-    if (clampHeight)
-        size.setHeight(std::max(1, std::min(size.height(), available.height())));
-    const QRect rect = Placement::popupRect(anchor, size, bar, screens);
-
-    QScreen* const screen = screenFor(rect, screens);
+    m_placed = wantedPlace(screens);
+    QScreen* const screen = screenFor(m_placed, screens);
     if (!screen)
         return;
     m_open = true;
     m_host->winId(); // a native window, so that it can be put on the screen before it shows
     m_host->windowHandle()->setScreen(screen);
     m_host->setGeometry(screen->geometry());
-    m_dialog->resize(rect.size());
-    m_dialog->move(rect.topLeft() - screen->geometry().topLeft());
+    putDialog();
     m_overlay->setActiveDialog(m_dialog);
     m_host->show();
     m_host->raise();
     m_overlay->prepareForShow();
     m_dialog->show();
     m_dialog->raise();
+}
+
+QRect EditorPopup::wantedPlace(const Placement::Screens& screens) const
+{
+    const QWidget* const button = m_spot.button;
+    const QPoint anchor =
+        Placement::anchorBelow(QRect(button->mapTo(m_bar, QPoint(0, 0)), button->size()), m_spot.bar);
+    const QRect available = Placement::screenRect(screens, anchor);
+    QSize size = m_dialog->sizeHint().expandedTo(m_dialog->minimumSizeHint());
+    size.setWidth(std::min(available.width(), maximumWidth));
+    if (m_dialog->hasHeightForWidth()) // a sentence may need more lines now
+        size.setHeight(std::max(size.height(), m_dialog->heightForWidth(size.width())));
+    if (m_spot.clampHeight)
+        size.setHeight(std::max(1, std::min(size.height(), available.height())));
+    return Placement::popupRect(anchor, size, m_spot.bar, screens);
+}
+
+// In the overlay, which stands where its screen does.
+void EditorPopup::putDialog()
+{
+    m_dialog->resize(m_placed.size());
+    m_dialog->move(m_placed.topLeft() - m_host->windowHandle()->screen()->geometry().topLeft());
+}
+
+// An editor that is another one now, or shows one field more, gets the height that it needs.
+bool EditorPopup::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_dialog && event->type() == QEvent::LayoutRequest && m_open) {
+        const QRect wanted = wantedPlace(currentScreens(m_bar));
+        if (wanted.size() != m_placed.size()) {
+            m_placed = wanted;
+            putDialog();
+        }
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void EditorPopup::close()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "minibar/Placement.h"
 #include "minibar/TurnMark.h"
 
 #include <QObject>
@@ -41,7 +42,8 @@ public:
     void setStyleSheet(const QString& styleSheet);
 
     // Shows the popup under `button`, its right edge on that of the bar, whose frame is `bar`, at most as
-    // wide as the screen; with `clampHeight` also at most as high. Without any screen nothing is shown.
+    // wide as the screen; with `clampHeight` also at most as high. Without any screen nothing is shown. While
+    // it is open it follows the size that its editor wants.
     void open(const QWidget* button, const QRect& bar, bool clampHeight);
     void close();
     [[nodiscard]] bool isOpen() const { return m_open; }
@@ -57,11 +59,22 @@ public:
     [[nodiscard]] bool closeDropDown();
     [[nodiscard]] bool hasDropDownJustClosed() const { return m_dropDownJustClosed.isSet(); }
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     // The popup is about to close; what was opened from it must close with it.
     void closing();
 
 private:
+    // Where it was opened.
+    struct Spot
+    {
+        const QWidget* button = nullptr;
+        QRect bar;
+        bool clampHeight = false;
+    };
+    [[nodiscard]] QRect wantedPlace(const Placement::Screens& screens) const;
+    void putDialog();
     // The user closes it and goes on with the bar.
     void dismiss();
 
@@ -71,6 +84,8 @@ private:
     Controls::OverlayContainer* m_overlay = nullptr;
     QDialog* m_dialog = nullptr;
     QLabel* m_title = nullptr;
+    Spot m_spot;
+    QRect m_placed; // on the screen
     bool m_open = false;
     QPointer<PopupWidget> m_dropDown;
     TurnMark m_dropDownJustClosed;

@@ -153,6 +153,7 @@ void RemoteMultitonePanel::showSeed(bool shown)
 void RemoteMultitonePanel::showTheme()
 {
     const ThemeManager& theme = ThemeManager::instance();
+    m_form->toneTable->ensurePolished(); // or its header keeps what it has taken from another sheet
     m_form->toneTable->setStyleSheet(
         QString(tableStyle)
             .arg(theme.listItemDefaultColor().name(), theme.textColor().name(), theme.borderColor().name(),

@@ -185,6 +185,7 @@ void RemoteQuickWaveformPanel::showTheme()
     const QString border = theme.borderColor().name();
     const QString selected = theme.listItemSelectedColor().name();
     setStyleSheet(QString(panelStyle).arg(surface, border));
+    m_form->tableWidget->ensurePolished(); // or its header keeps what it has taken from another sheet
     m_form->tableWidget->setStyleSheet(
         QString(tableStyle)
             .arg(theme.listItemDefaultColor().name(), text, border, selected, selected, surface));

@@ -2,14 +2,17 @@
 
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
+#include "modeditors/CutCaptions.h"
 #include "utils/NumberText.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <algorithm>
 
 using Controls::ThemeManager;
@@ -20,7 +23,8 @@ enum Column { Number, Frequency, Enabled, columnsInAll };
 
 constexpr int toneRowHeight = 45; // pixels
 constexpr int comfortableRows = 5;
-constexpr int textSize = 15; // pixels
+constexpr int textSize = 15;    // pixels, as the next
+constexpr int captionSize = 18; // as the style sheet has it; a header shortens by its own font
 
 bool operator==(const Tone& left, const Tone& right)
 {
@@ -69,6 +73,18 @@ public:
             Controls::paintCheckMark(*painter, mark, cell.checkState == Qt::Checked, enabled);
         }
     }
+
+    // A number that long captions leave too little room.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        if (event->type() != QEvent::ToolTip) {
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        }
+        const bool isCut = sizeHint(option, index).width() > option.rect.width();
+        QToolTip::showText(event->globalPos(), isCut ? index.data().toString() : QString(), view);
+        return true;
+    }
 };
 
 } // namespace
@@ -86,12 +102,15 @@ ToneTable::ToneTable(QWidget* parent)
     setFont(rowFont);
     QHeaderView* const header = horizontalHeader();
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    QFont captionFont = header->font();
+    captionFont.setPixelSize(captionSize);
+    header->setFont(captionFont);
     header->setHighlightSections(false);
     header->setTextElideMode(Qt::ElideRight);
-    connect(header, &QHeaderView::sectionResized, this, &ToneTable::tellCutCaption);
     header->setSectionResizeMode(Number, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(Frequency, QHeaderView::Stretch);
     header->setSectionResizeMode(Enabled, QHeaderView::ResizeToContents);
+    tellCutCaptions(this);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(toneRowHeight);
     verticalHeader()->setDefaultSectionSize(toneRowHeight);
@@ -138,15 +157,6 @@ int ToneTable::sizeHintForColumn(int column) const
 {
     const QModelIndex last = model()->index(rowCount() - 1, column);
     return last.isValid() ? itemDelegate()->sizeHint(viewOptions(), last).width() : 0;
-}
-
-void ToneTable::tellCutCaption(int column, int, int width)
-{
-    QTableWidgetItem* const caption = horizontalHeaderItem(column);
-    const bool isCut = horizontalHeader()->sectionSizeHint(column) > width;
-    if (caption) {
-        caption->setToolTip(isCut ? caption->text() : QString());
-    }
 }
 
 void ToneTable::showRow(int row)

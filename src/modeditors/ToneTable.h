@@ -35,7 +35,6 @@ protected:
     [[nodiscard]] int sizeHintForColumn(int column) const override;
 
 private:
-    void tellCutCaption(int column, int, int width);
     void showRow(int row);
     void flip(int row, int column);
     void onItemChanged(const QTableWidgetItem* changed);

@@ -1,6 +1,7 @@
 #include "modeditors/WaveformTable.h"
 
 #include "controls/ThemedIcon.h"
+#include "modeditors/CutCaptions.h"
 #include "modeditors/WaveformDelegate.h"
 
 #include <QDir>
@@ -21,7 +22,8 @@ constexpr int headerHeight = 60;
 constexpr int factsWidth = 250;
 constexpr int nameWidth = 126; // takes the caption of its column
 constexpr int iconSide = 20;
-constexpr int textSize = 13; // what the style sheet wants of the rows; Qt takes no font from there
+constexpr int textSize = 13;    // what the style sheet wants of the rows; Qt takes no font from there
+constexpr int captionSize = 18; // likewise of the header, which shortens by its own font
 constexpr int hintMargin = 20;
 constexpr int comfortableRows = 8;
 
@@ -72,11 +74,16 @@ WaveformTable::WaveformTable(QWidget* parent)
     setFont(rowFont);
     QHeaderView* const header = horizontalHeader();
     header->setFixedHeight(headerHeight);
+    QFont captionFont = header->font();
+    captionFont.setPixelSize(captionSize);
+    captionFont.setWeight(QFont::Medium);
+    header->setFont(captionFont);
     header->setHighlightSections(false);
     header->setTextElideMode(Qt::ElideRight);
     header->setSectionResizeMode(Name, QHeaderView::Stretch);
     header->setSectionResizeMode(Facts, QHeaderView::Fixed);
     header->resizeSection(Facts, factsWidth);
+    tellCutCaptions(this);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(fileRowHeight);
     verticalHeader()->setDefaultSectionSize(fileRowHeight);

@@ -6,9 +6,14 @@
 
 namespace Utils {
 
+QString besideProgram(const QString& path)
+{
+    return QDir::cleanPath(QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(path));
+}
+
 QString mkdirs(const QString& path)
 {
-    QString folder = QDir::cleanPath(QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(path));
+    QString folder = besideProgram(path);
     QDir().mkpath(folder);
     while (!QFileInfo(folder).isDir() && !QDir(folder).isRoot())
         folder = QFileInfo(folder).absolutePath();

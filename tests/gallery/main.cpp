@@ -1,194 +1,172 @@
-// Renders the editors of modulation items to pictures.
-//
-//   tarvinel_gallery --out <folder> [--theme light|dark] [--scale <factor>] [--long] [--only <kind>]
+// Renders every screen of the product in every theme, language and scale to pictures and contact sheets.
 
-#include "controls/EnumTextButton.h"
-#include "controls/PopupWidget.h"
-#include "controls/ThemeManager.h"
-#include "gallery/GalleryItems.h"
-#include "minibar/EditorPopup.h"
-#include "minibar/StyleSheets.h"
-#include "modeditors/RemoteModEditorHost.h"
-#include "modeditors/contract/RemoteModEditor.h"
-#include "support/Translators.h"
-#include "utils/WavBytes.h"
+#include "gallery/ContactSheet.h"
+#include "gallery/Installation.h"
+#include "gallery/Screens.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDialog>
 #include <QDir>
-#include <QJsonDocument>
-#include <QPushButton>
-#include <QTemporaryDir>
+#include <QProcess>
+#include <QScreen>
 #include <QTextStream>
+#include <QWidget>
 
 namespace {
 
-QJsonObject object(const QByteArray& json)
+constexpr double sheetZoom = 0.5;
+constexpr int sheetWidth = 2000;
+
+const QStringList themes = {QStringLiteral("light"), QStringLiteral("dark")};
+const QStringList scales = {QStringLiteral("1"), QStringLiteral("1.5"), QStringLiteral("2")};
+// What the overview shows of each theme, language and scale.
+const QStringList overviewScreens = {QStringLiteral("bar-expanded-on"), QStringLiteral("sweep-frequency"),
+                                     QStringLiteral("editor-digital"), QStringLiteral("keyboard-frequency"),
+                                     QStringLiteral("menu")};
+
+struct Wishes
 {
-    return QJsonDocument::fromJson(json).object();
-}
-
-// WAV files for the items that play some; false if they cannot be written.
-bool writeWaveforms(const QString& folder)
-{
-    for (const char* name : {"tone", "a recording with a long name, made in the spring campaign", "third"}) {
-        QFile file(folder + QLatin1Char('/') + QLatin1String(name) + QLatin1String(".wav"));
-        const QByteArray chunks = WavBytes::fmt() + WavBytes::chunk("data", WavBytes::samples(123456));
-        if (!file.open(QIODevice::WriteOnly) || file.write(WavBytes::file(chunks)) < 0)
-            return false;
-    }
-    return true;
-}
-
-QString styleSheetOf(bool light)
-{
-    QFile file(QStringLiteral(CONFIGURATION_DIR) + QLatin1String(light ? "/theme_light.css" : "/theme.css"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-// The scale of everything counts from the application's start.
-void applyScale(int argc, char* argv[])
-{
-    for (int i = 1; i + 1 < argc; ++i) {
-        if (qstrcmp(argv[i], "--scale") == 0)
-            qputenv("QT_SCALE_FACTOR", argv[i + 1]);
-    }
-}
-
-class Gallery
-{
-public:
-    Gallery(QString folder, bool light)
-        : m_folder(std::move(folder))
-        , m_light(light)
-        , m_popup({QStringLiteral("miniBarHelperModOverlayHost"), QStringLiteral("miniBarHelperModPopup")},
-                  &m_bar)
-        , m_anchor(&m_bar)
-    {
-        m_bar.setGeometry(600, 10, 120, 60);
-        m_popup.build(QString(), [this](QDialog* dialog) {
-            m_dialog = dialog;
-            return m_host = new RemoteModEditorHost(dialog);
-        });
-        m_popup.setStyleSheet(modPopupStyleSheet(light));
-    }
-
-    // False if there is no such editor or a picture could not be written.
-    bool render(const GalleryItem& item, const QString& name)
-    {
-        if (!m_waveforms.isValid() || !writeWaveforms(m_waveforms.path()))
-            return false;
-        const QString title = QString::fromUtf8(item.title);
-        m_popup.setTitle(title);
-        const QByteArray state = QByteArray(item.state).replace("%FILES%", m_waveforms.path().toUtf8());
-        m_host->setModulationItem(name, title, title, object(state), QString::fromUtf8(item.kind),
-                                  object(item.profile), 1, item.enabled);
-        if (!m_host->findChild<RemoteModEditor*>())
-            return false;
-        m_popup.open(&m_anchor, m_bar.geometry(), true);
-        QCoreApplication::processEvents();
-        bool written = save(m_dialog, name);
-        written = saveStates(name) && written;
-        const auto pickers = m_host->findChildren<EnumTextButton*>();
-        for (EnumTextButton* picker : pickers) {
-            picker->click();
-            if (picker->isListOpen()) {
-                auto* const list = m_dialog->window()->findChild<PopupWidget*>();
-                written = save(list, name + QLatin1Char('-') + picker->objectName()) && written;
-                list->close();
-                QCoreApplication::sendPostedEvents(list, QEvent::DeferredDelete);
-            }
-        }
-        m_popup.close();
-        return written;
-    }
-
-private:
-    // The states of a field side by side: held down, with its keyboard open, focused, disabled.
-    bool saveStates(const QString& name)
-    {
-        QVector<LabelButton*> fields;
-        const auto buttons = m_host->findChildren<LabelButton*>();
-        for (LabelButton* button : buttons) {
-            if (button->isVisible() && button->isEnabled() && !button->isReadOnly() &&
-                !qobject_cast<EnumTextButton*>(button))
-                fields.append(button);
-        }
-        if (fields.size() < 4)
-            return true;
-        fields.at(0)->setDown(true);
-        fields.at(1)->setChecked(true);
-        m_dialog->activateWindow();
-        fields.at(2)->setFocus(Qt::TabFocusReason);
-        fields.at(3)->setEnabled(false);
-        const bool written = save(m_dialog, name + QLatin1String("-states"));
-        fields.at(0)->setDown(false);
-        fields.at(1)->setChecked(false);
-        fields.at(3)->setEnabled(true);
-        return written;
-    }
-
-    bool save(QWidget* widget, const QString& name)
-    {
-        QCoreApplication::processEvents();
-        const QString path = m_folder + QLatin1Char('/') + name +
-                             QLatin1String(m_light ? "-light" : "-dark") + QLatin1String(".png");
-        return widget->grab().save(path);
-    }
-
-    QString m_folder;
-    QTemporaryDir m_waveforms;
-    bool m_light;
-    QWidget m_bar;
-    EditorPopup m_popup;
-    QPushButton m_anchor;
-    QDialog* m_dialog = nullptr;
-    RemoteModEditorHost* m_host = nullptr;
+    QString folder;
+    QStringList themes;
+    QStringList languages;
+    QStringList scales;
+    QString only; // screens whose name begins so
+    bool corners = false;
 };
+
+struct Variant
+{
+    QString theme;
+    QString language;
+    QString scale;
+
+    [[nodiscard]] QString name() const
+    {
+        return QStringLiteral("%1-%2-%3")
+            .arg(language.toLower().replace(QLatin1Char(' '), QLatin1Char('-')), theme, scale);
+    }
+};
+
+QVector<Variant> variants(const Wishes& wishes)
+{
+    QVector<Variant> all;
+    for (const QString& scale : wishes.scales) {
+        for (const QString& language : wishes.languages) {
+            for (const QString& theme : wishes.themes)
+                all.append({theme, language, scale});
+        }
+    }
+    return all;
+}
+
+Wishes parse(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Renders every screen in every theme, language and scale, with contact sheets."));
+    parser.addHelpOption();
+    const QCommandLineOption folder(QStringLiteral("out"), QStringLiteral("Where the pictures go."),
+                                    QStringLiteral("folder"), QStringLiteral("gallery"));
+    const QCommandLineOption theme(QStringLiteral("theme"), QStringLiteral("This theme: light or dark."),
+                                   QStringLiteral("theme"));
+    const QCommandLineOption language(QStringLiteral("language"),
+                                      QStringLiteral("This language, as the settings name it; Doubled for "
+                                                     "English with every text twice as long."),
+                                      QStringLiteral("language"));
+    const QCommandLineOption scale(QStringLiteral("scale"), QStringLiteral("This scale: 1, 1.5, 2."),
+                                   QStringLiteral("factor"));
+    const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Screens whose name begins so."),
+                                  QStringLiteral("prefix"));
+    const QCommandLineOption corners(
+        QStringLiteral("corners"), QStringLiteral("The whole screen, with the bar in each corner, instead."));
+    parser.addOptions({folder, theme, language, scale, only, corners});
+    parser.process(arguments);
+    const auto wished = [&parser](const QCommandLineOption& option, const QStringList& all) {
+        return parser.isSet(option) ? parser.values(option) : all;
+    };
+    return {parser.value(folder),  wished(theme, themes), wished(language, Installation::languages()),
+            wished(scale, scales), parser.value(only),    parser.isSet(corners)};
+}
+
+// One variant's pictures and its sheet; false if one could not be written.
+bool render(const Variant& variant, const Wishes& wishes)
+{
+    const QString folder = wishes.folder + QLatin1Char('/') + variant.name();
+    if (!QDir().mkpath(folder) || !Installation::setTheme(variant.theme == QLatin1String("light")))
+        return false;
+    const Installation::Language language(variant.language);
+    ContactSheet sheet(sheetZoom);
+    bool written = true;
+    Screens screens([&](const QString& name, QWidget* shown) {
+        if (!name.startsWith(wishes.only))
+            return;
+        const QPixmap seen = wishes.corners ? shown->screen()->grabWindow(0) : shown->grab();
+        const QImage picture = seen.toImage();
+        written = picture.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")) && written;
+        sheet.add(name, picture);
+    });
+    wishes.corners ? screens.visitCorners() : screens.visit();
+    return saveSmall(sheet.paint(sheetWidth), folder + QStringLiteral(".png")) && written;
+}
+
+bool writeOverview(const Wishes& wishes)
+{
+    ContactSheet sheet(sheetZoom);
+    const QVector<Variant> all = variants(wishes);
+    for (const Variant& variant : all) {
+        for (const QString& screen : overviewScreens) {
+            QImage picture(wishes.folder + QLatin1Char('/') + variant.name() + QLatin1Char('/') + screen +
+                           QStringLiteral(".png"));
+            picture.setDevicePixelRatio(variant.scale.toDouble());
+            if (!picture.isNull())
+                sheet.add(variant.name(), picture);
+        }
+        sheet.endRow();
+    }
+    return sheet.isEmpty() ||
+           saveSmall(sheet.paint(sheetWidth), wishes.folder + QStringLiteral("/overview.png"));
+}
+
+// The scale of everything counts from the application's start: one process for each.
+int renderScales(const Wishes& wishes, const QStringList& arguments)
+{
+    int failed = 0;
+    for (const QString& scale : wishes.scales) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), scale);
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QCoreApplication::applicationFilePath(),
+                      QStringList{QStringLiteral("--scale"), scale} + arguments.mid(1));
+        const bool finished = process.waitForFinished(-1);
+        failed += finished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : 1;
+    }
+    return failed;
+}
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    applyScale(argc, argv);
-    QApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Renders the editors of modulation items to pictures."));
-    parser.addHelpOption();
-    const QCommandLineOption folder(QStringLiteral("out"), QStringLiteral("Where the pictures go."),
-                                    QStringLiteral("folder"), QStringLiteral("gallery"));
-    const QCommandLineOption theme(QStringLiteral("theme"), QStringLiteral("light or dark."),
-                                   QStringLiteral("theme"), QStringLiteral("light"));
-    const QCommandLineOption scale(QStringLiteral("scale"), QStringLiteral("Pixels for one of the layout."),
-                                   QStringLiteral("factor"), QStringLiteral("1"));
-    const QCommandLineOption longTexts(QStringLiteral("long"), QStringLiteral("Every text twice as long."));
-    const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("This kind of editor alone."),
-                                  QStringLiteral("kind"));
-    parser.addOptions({folder, theme, scale, longTexts, only});
-    parser.process(application);
-
-    const bool light = parser.value(theme) != QLatin1String("dark");
-    TestSupport::DoublingTranslator doubling;
-    if (parser.isSet(longTexts))
-        QCoreApplication::installTranslator(&doubling);
-    Controls::ThemeManager::instance().setTheme(light ? Controls::ThemeManager::Light
-                                                      : Controls::ThemeManager::Dark);
-    qApp->setStyleSheet(styleSheetOf(light));
-    QDir().mkpath(parser.value(folder));
-
-    Gallery gallery(parser.value(folder), light);
-    int failed = 0;
-    int number = 0;
-    for (const GalleryItem& item : galleryItems()) {
-        ++number;
-        if (parser.isSet(only) && parser.value(only) != QLatin1String(item.kind))
-            continue;
-        const QString name =
-            QStringLiteral("%1-%2").arg(number, 2, 10, QLatin1Char('0')).arg(QLatin1String(item.kind));
-        if (!gallery.render(item, name))
-            ++failed;
+    if (!qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) {
+        const QGuiApplication application(argc, argv); // writes names on the overview
+        const QStringList arguments = QCoreApplication::arguments();
+        const Wishes wishes = parse(arguments);
+        int failed = renderScales(wishes, arguments);
+        failed += writeOverview(wishes) ? 0 : 1;
+        QTextStream(stdout) << QDir(wishes.folder).absolutePath() << Qt::endl;
+        return failed;
     }
-    QTextStream(stdout) << QDir(parser.value(folder)).absolutePath() << Qt::endl;
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    Wishes wishes = parse(QCoreApplication::arguments());
+    wishes.scales = wishes.scales.mid(0, 1); // this process's own
+    if (!Installation::prepare())
+        return 1;
+    int failed = 0;
+    const QVector<Variant> all = variants(wishes);
+    for (const Variant& variant : all)
+        failed += render(variant, wishes) ? 0 : 1;
     return failed;
 }

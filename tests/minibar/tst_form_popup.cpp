@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -57,6 +58,7 @@ private slots:
     void switchBecomesOneRequest();
     void readOnlyFieldOpensNoKeyboard();
     void popupFitsEachEditor();
+    void openPopupFollowsItsEditor();
 
 private:
     QDialog* popup() const { return m_window->findChild<QDialog*>(QStringLiteral("miniBarHelperModPopup")); }
@@ -266,6 +268,34 @@ void TestFormPopup::popupFitsEachEditor()
     QCOMPARE(heights.value(Pm) - heights.value(Am), 65); // one row more
     QCOMPARE(heights.value(Ofdm) - heights.value(Am), 5 * 65);
     QCOMPARE(heights.value(Pulse), heights.value(Am));
+}
+
+// The item may become one of another kind, or show a field more, while its popup is open.
+void TestFormPopup::openPopupFollowsItsEditor()
+{
+    const auto becomes = [this](const QByteArray& item) {
+        const QByteArray json = R"({"mod":{"businesses":[{"id":"b0","text":"AM",)" + item + "}]}}";
+        m_window->applySnapshot(QJsonDocument::fromJson(json).object());
+    };
+    const auto fits = [this] {
+        const QRect rect(popup()->mapToGlobal(QPoint(0, 0)), popup()->size());
+        return popup()->height() == popup()->sizeHint().height() &&
+               popup()->screen()->availableGeometry().contains(rect);
+    };
+    openItem(Am);
+    const QRect before = popup()->geometry();
+    becomes(R"("editorKind":"ofdm")");
+    QTRY_VERIFY(popup()->height() > before.height() + 4 * 60);
+    QVERIFY(fits());
+    QCOMPARE(popup()->geometry().right(), before.right());
+    becomes(R"("editorKind":"multitone","profile":{"randomMode":false})");
+    QTRY_VERIFY(fits());
+    const int height = popup()->height();
+    becomes(R"("editorKind":"multitone","profile":{"randomMode":true})");
+    QTRY_VERIFY(popup()->height() >= height + 60);
+    QVERIFY(fits());
+    becomes(R"("editorKind":"am")");
+    QTRY_COMPARE(popup()->geometry(), before);
 }
 
 QTEST_MAIN(TestFormPopup)

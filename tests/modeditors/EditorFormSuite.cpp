@@ -3,6 +3,7 @@
 #include "controls/ThemeManager.h"
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
+#include "modeditors/ModEditorFactory.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -90,6 +91,8 @@ private slots:
     void checkBoxFollowsTheTheme();
     void toneTable();
     void toneTableFollowsTheTheme();
+    void headersFollowTheirTable_data();
+    void headersFollowTheirTable();
 
 private:
     static const QGridLayout& grid(const EditorFixture& fixture);
@@ -282,6 +285,30 @@ void EditorFormSuite::toneTableFollowsTheTheme()
         QVERIFY(manager.listItemDisabledColor() != manager.textColor());
         QCOMPARE(manager.listItemDisabledColor().alpha(), 255);
     }
+}
+
+void EditorFormSuite::headersFollowTheirTable_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("multitone") << QStringLiteral("multitone");
+    QTest::newRow("quick waveform") << QStringLiteral("quick-waveform");
+}
+
+// Also where the windows around it have style sheets, as in the popup, and the program has one for headers.
+void EditorFormSuite::headersFollowTheirTable()
+{
+    QFETCH(const QString, kind);
+    qApp->setStyleSheet(QStringLiteral("QHeaderView::section { padding: 4px 8px; font-size: 11px; }"));
+    QWidget window;
+    window.setStyleSheet(QStringLiteral("QWidget#window { background: #ffffff; }"));
+    const std::unique_ptr<RemoteModEditor> editor(createModEditor(kind, &window));
+    const auto* const header = editor->findChild<QTableWidget*>()->horizontalHeader();
+    const int hint = header->sectionSizeHint(0);
+    qApp->setStyleSheet(QString());
+    const int text =
+        header->fontMetrics().horizontalAdvance(header->model()->headerData(0, Qt::Horizontal).toString());
+    QCOMPARE(header->font().pixelSize(), 18); // captions are shortened by the font in which they are drawn
+    QVERIFY2(hint >= text + 2 * 20, qPrintable(QString::number(hint - text)));
 }
 
 std::unique_ptr<QObject> makeEditorFormSuite()

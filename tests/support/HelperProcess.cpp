@@ -54,6 +54,29 @@ bool StageCopy::write(const QString& file, const QByteArray& content) const
            target.write(content) == content.size();
 }
 
+bool StageCopy::remove(const QString& entry) const
+{
+    const QFileInfo there(m_folder.filePath(entry));
+    if (there.isDir() && !there.isSymLink())
+        return QDir(there.filePath()).removeRecursively();
+    return (!there.exists() && !there.isSymLink()) || QFile::remove(there.filePath());
+}
+
+bool StageCopy::replaceByLink(const QString& entry, const QString& target) const
+{
+    return remove(entry) && QFile::link(target, m_folder.filePath(entry));
+}
+
+bool StageCopy::replaceByFolder(const QString& entry) const
+{
+    return remove(entry) && QDir().mkpath(m_folder.filePath(entry));
+}
+
+bool StageCopy::replaceByFile(const QString& entry, const QByteArray& content) const
+{
+    return remove(entry) && write(entry, content);
+}
+
 HelperProcess::HelperProcess(const QProcessEnvironment& environment, const QString& program)
     : m_program(program)
 {

@@ -14,7 +14,8 @@ namespace TestSupport {
 // The helper inside an installed tree.
 [[nodiscard]] QString helperPath(const QString& stage = stagePath());
 
-// A copy of the installed tree that a test may change: its Settings.ini, style sheets, fonts.
+// A copy of the installed tree that a test may change and break: its Settings.ini, style sheets, texts,
+// fonts. What is inside it is given by its path from the tree's root.
 class StageCopy final
 {
 public:
@@ -22,8 +23,14 @@ public:
 
     [[nodiscard]] bool isValid() const { return m_valid; }
     [[nodiscard]] QString path() const { return m_folder.path(); }
-    // Writes one file, given by its path inside the tree, making its folders.
+    // Writes one file, making its folders.
     [[nodiscard]] bool write(const QString& file, const QByteArray& content) const;
+    // Takes away a file, a link or a folder with all that is in it; true also if there is none.
+    [[nodiscard]] bool remove(const QString& entry) const;
+    // Lays a link to the target, an empty folder or a file of this content there instead of whatever it was.
+    [[nodiscard]] bool replaceByLink(const QString& entry, const QString& target) const;
+    [[nodiscard]] bool replaceByFolder(const QString& entry) const;
+    [[nodiscard]] bool replaceByFile(const QString& entry, const QByteArray& content) const;
 
 private:
     QTemporaryDir m_folder;

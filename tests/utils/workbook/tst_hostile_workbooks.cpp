@@ -19,8 +19,8 @@ using Outcome = TranslationTable::Outcome;
 namespace {
 
 constexpr int mebi = 1024 * 1024;
-constexpr qint64 longestTime = 5000;   // ms, for one workbook, on a machine that has other things to do
-constexpr int mostMemory = 64 * 1024;  // KiB more than before, the workbook itself not counted
+constexpr qint64 longestTime = 5000;  // ms, for one workbook, on a machine that has other things to do
+constexpr int mostMemory = 64 * 1024; // KiB more than before, the workbook itself not counted
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool memoryTells = false; // the sanitizer's own is many times ours

@@ -30,10 +30,6 @@ void WaveformDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 {
     if (index.column() == WaveformTable::Name) {
         paintName(painter, option.rect, option, index);
-        if (option.state & QStyle::State_Selected) {
-            const QRect bar(option.rect.topLeft(), QSize(selectionBar, option.rect.height()));
-            painter->fillRect(bar, ThemeManager::instance().color(ThemeManager::FocusRing));
-        }
         return;
     }
     QStyleOptionViewItem facts = option;
@@ -69,6 +65,11 @@ void WaveformDelegate::paintName(QPainter* painter, const QRect& clip, const QSt
     painter->setClipRect(clip, Qt::IntersectClip);
     m_table->style()->drawControl(QStyle::CE_ItemViewItem, &name, painter, m_table);
     painter->restore();
+    if (cell.state & QStyle::State_Selected) {
+        const QRect bar(m_table->columnViewportPosition(WaveformTable::Name), cell.rect.top(), selectionBar,
+                        cell.rect.height());
+        painter->fillRect(bar, ThemeManager::instance().color(ThemeManager::FocusRing));
+    }
 }
 
 QStyleOptionViewItem WaveformDelegate::nameOption(const QStyleOptionViewItem& cell,

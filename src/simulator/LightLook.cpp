@@ -1,6 +1,9 @@
 #include "simulator/LightLook.h"
 
 #include <QColor>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFontDatabase>
 
 namespace Simulator {
 
@@ -17,7 +20,7 @@ const Role roles[] = {
     {QLatin1String("sunken"), 0xffdad1ca},    {QLatin1String("pressed"), 0xffcdc2ba},
     {QLatin1String("border"), 0xffbab4af},    {QLatin1String("text"), 0xff3c2a22},
     {QLatin1String("secondary"), 0xff6d5f58}, // the text colour at 75 % on the raised surface
-    {QLatin1String("disabled"), 0xffa79c95},  {QLatin1String("accent"), 0xff63acf6},
+    {QLatin1String("disabled"), 0xff7a7169},  {QLatin1String("accent"), 0xff63acf6},
 };
 
 QColor color(const char* name)
@@ -30,7 +33,7 @@ QColor color(const char* name)
 }
 
 const char* const sheet = R"(
-QWidget { color: {text}; font-family: "Roboto", "Droid Sans Fallback", sans-serif; font-size: 14px; }
+QWidget { color: {text}; font-family: "Roboto"; font-size: 14px; }
 QWidget#simulatorWindow { background: {surface}; }
 QLabel#title { font-size: 16px; font-weight: 500; }
 QLabel[role="secondary"] { color: {secondary}; font-size: 13px; }
@@ -84,6 +87,14 @@ QString lightStyleSheet()
     for (const Role& role : roles)
         text.replace(QLatin1Char('{') + role.name + QLatin1Char('}'), QColor::fromRgb(role.color).name());
     return text;
+}
+
+void loadFontsBesideProgram()
+{
+    const QDir folder(QCoreApplication::applicationDirPath() + QLatin1String("/../fonts"));
+    const auto fonts = folder.entryInfoList({QStringLiteral("*.ttf")}, QDir::Files);
+    for (const QFileInfo& font : fonts)
+        QFontDatabase::addApplicationFont(font.canonicalFilePath());
 }
 
 } // namespace Simulator

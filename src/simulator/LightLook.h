@@ -9,4 +9,7 @@ namespace Simulator {
 [[nodiscard]] QPalette lightPalette();
 [[nodiscard]] QString lightStyleSheet();
 
+// Makes the fonts that are laid beside the program known, so that the look does not depend on the machine's.
+void loadFontsBesideProgram();
+
 } // namespace Simulator

@@ -116,6 +116,7 @@ int runSimulator(int& argc, char** argv)
         printLine(stderr, text);
         return exitBadInput;
     }
+    loadFontsBesideProgram();
     QApplication::setPalette(lightPalette());
     application.setStyleSheet(lightStyleSheet());
     if (options.ownWaveforms)

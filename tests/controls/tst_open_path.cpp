@@ -77,6 +77,7 @@ private slots:
     void startsInTheFolder();
     void showsOnlyWhatTheFilterLets();
     void nothingCanBeChangedOnTheDisk();
+    void iconsAreTheKits();
     void remembersNothingOnTheDisk();
     void othersKeepTheirSettings();
     void isWhollyOnTheScreen();
@@ -212,6 +213,28 @@ void TestOpenPath::showsOnlyWhatTheFilterLets()
     (void)getOpenPath(m_folder.path(), false, QString(), wavFilter);
     QCOMPARE(shown,
              (QStringList{QStringLiteral("LOUD.WAV"), QStringLiteral("inner"), QStringLiteral("tone.wav")}));
+}
+
+void TestOpenPath::iconsAreTheKits()
+{
+    QStringList names;
+    const Visitor visitor([&](QFileDialog* chooser) {
+        const auto buttons = chooser->findChildren<QToolButton*>();
+        for (const QToolButton* button : buttons)
+            if (button->isVisible())
+                names.append(button->icon().name());
+        const auto* const model = chooser->findChild<QListView*>(QStringLiteral("listView"))->model();
+        const QModelIndex here = chooser->findChild<QListView*>(QStringLiteral("listView"))->rootIndex();
+        for (int row = 0; row < model->rowCount(here); ++row)
+            names.append(model->index(row, 0, here).data(Qt::DecorationRole).value<QIcon>().name());
+        chooser->reject();
+    });
+    (void)getOpenPath(m_folder.path());
+    QVERIFY(names.size() > 5);
+    for (const QString& name : qAsConst(names)) {
+        QVERIFY2(name.startsWith(QLatin1String(":/Controls/Image/")), qPrintable(name));
+        QVERIFY2(QFile::exists(name), qPrintable(name));
+    }
 }
 
 void TestOpenPath::nothingCanBeChangedOnTheDisk()

@@ -4,6 +4,7 @@
 #include "modeditors/QuickFixture.h"
 #include "modeditors/QuickSuites.h"
 #include "modeditors/RemoteModEditorHost.h"
+#include "modeditors/WaveformTable.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
@@ -73,6 +74,7 @@ private slots:
     void iconsFollowTheTheme_data();
     void iconsFollowTheTheme();
     void rowsAreInTheSheetsSize();
+    void selectedRowHasAMark();
     void popupHasRoomForTheTable();
     void switchesKeepTheirSizeInTheHost();
 };
@@ -241,6 +243,23 @@ void QuickFormSuite::rowsAreInTheSheetsSize()
 {
     const QuickFixture fixture;
     QCOMPARE(fixture.table().font().pixelSize(), 13);
+}
+
+void QuickFormSuite::selectedRowHasAMark()
+{
+    QuickFixture fixture;
+    fixture.addWaveform(QStringLiteral("a.wav"));
+    fixture.addWaveform(QStringLiteral("b.wav"));
+    fixture.apply();
+    fixture.click(QStringLiteral("b"));
+    const auto edge = [&fixture](const QString& name) {
+        QTableWidget& table = fixture.table();
+        const QRect cell = table.visualItemRect(table.item(fixture.rowOf(name), WaveformTable::Name));
+        return table.viewport()->grab().toImage().pixelColor(cell.left() + 1, cell.center().y());
+    };
+    const ThemeManager& theme = ThemeManager::instance();
+    QCOMPARE(edge(QStringLiteral("b")), theme.color(ThemeManager::FocusRing));
+    QCOMPARE(edge(QStringLiteral("a")), theme.color(ThemeManager::ListItemDefault));
 }
 
 void QuickFormSuite::popupHasRoomForTheTable()

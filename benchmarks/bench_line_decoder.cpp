@@ -4,75 +4,24 @@
 //   long line    16 MiB and a line feed, in pieces of 4 KiB; next() after every piece, as a socket is read
 //   short lines  250,000 in one burst, and 250,000 one by one through a backlog that nearly fills the storage
 //
-// The compared works take turns, so that other load on the machine meets them alike. "first" is the first
-// round, in memory that comes fresh from the system.
-//
-// `--check` fails when a ratio is far beyond what noise explains: a decoder that scans or moves the same
-// bytes again and again is some hundred times slower.
+// "first" is the first round, in memory that comes fresh from the system. A decoder that scans or moves the
+// same bytes again and again is some hundred times slower.
 
+#include "kit/Report.h"
 #include "link/LineDecoder.h"
 
 #include <QStringBuilder>
-
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <vector>
 
 namespace {
 
 constexpr int rounds = 21;
 constexpr int pieceSize = 4096;
 constexpr int shortLines = 250'000;
-constexpr int backlog = 0x3FF00; // bytes
-constexpr double longestLongRatio = 1.5;
-constexpr double longestShortRatio = 3;
-
-struct Work
-{
-    const char* name;
-    std::function<void()> run;
-    std::vector<double> times = {}; // ms
-
-    [[nodiscard]] double least() const { return *std::min_element(times.begin(), times.end()); }
-    [[nodiscard]] double median() const
-    {
-        std::vector<double> sorted = times;
-        std::sort(sorted.begin(), sorted.end());
-        return sorted[sorted.size() / 2];
-    }
-};
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "wrong result: %s\n", what);
-    std::exit(2);
-}
-
-void measure(std::vector<Work>& works)
-{
-    for (int round = 0; round < rounds; ++round) {
-        for (Work& work : works) {
-            const auto start = std::chrono::steady_clock::now();
-            work.run();
-            const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
-            work.times.push_back(time.count());
-        }
-    }
-    for (const Work& work : works)
-        std::printf("  %-42s median %8.3f ms   least %8.3f ms   first %8.3f ms\n", work.name, work.median(),
-                    work.least(), work.times.front());
-}
-
-void printRatio(const char* name, double ofMedians, double ofLeast)
-{
-    std::printf("  %-42s median %8.2f      least %8.2f\n", name, ofMedians, ofLeast);
-}
+constexpr int backlog = 0x3FF00;    // bytes
+constexpr double mostForLong = 1.5; // times the floor
+constexpr double mostForShort = 3;
 
 template <typename Take>
 void forEachPiece(const QByteArray& stream, Take take)
@@ -142,8 +91,8 @@ void splitByOffset(const QByteArray& stream)
     require(count == shortLines, "split");
 }
 
-// Each gives the ratio to check.
-double longLine()
+// The least times are compared: a decoder that does too much never gets near them.
+void longLine(Report& report)
 {
     const QByteArray stream = QByteArray(LineDecoder::maximumLineLength, 'x') + '\n';
     std::vector<char> block(static_cast<std::size_t>(stream.size()));
@@ -163,19 +112,14 @@ double longLine()
          }},
         {"decoder, the copy of the pieces included", [&] { decodeLongLine(stream); }},
     };
-    std::printf("one line of 16 MiB in pieces of 4 KiB\n");
-    measure(works);
-    const Work& pass = works[0];
-    const Work& plain = works[1];
-    const Work& decoder = works[2];
-    const double ratio = decoder.least() / (pass.least() + plain.least());
-    printRatio("decoder / (memchr pass + copy)", decoder.median() / (pass.median() + plain.median()), ratio);
-    printRatio("(decoder - copy) / memchr pass", (decoder.median() - plain.median()) / pass.median(),
-               (decoder.least() - plain.least()) / pass.least());
-    return ratio;
+    measure(works, rounds);
+    report.printTimes("One line of 16 MiB in pieces of 4 KiB:", works);
+    const double floor = works[0].times.least() + works[1].times.least();
+    report.limit("long line: decoder / (memchr pass + copy)", works[2].times.least() / floor, mostForLong,
+                 mostForLong);
 }
 
-double manyShortLines()
+void manyShortLines(Report& report)
 {
     QByteArray stream;
     for (int i = 0; i < shortLines; ++i)
@@ -187,26 +131,21 @@ double manyShortLines()
         {"decoder, taking over the burst included", [&] { decodeShortLines(stream); }},
         {"decoder, one by one through a backlog", [&] { decodeThroughBacklog(stream); }},
     };
-    std::printf("250,000 lines of about %d bytes\n", stream.size() / shortLines);
-    measure(works);
-    const Work& split = works[0];
-    const Work& burst = works[1];
-    const Work& passing = works[2];
-    printRatio("burst / split by offset", burst.median() / split.median(), burst.least() / split.least());
-    printRatio("backlog / split by offset", passing.median() / split.median(),
-               passing.least() / split.least());
-    return std::max(burst.least(), passing.least()) / split.least();
+    measure(works, rounds);
+    report.printTimes("250,000 short lines:", works);
+    const double floor = works[0].times.least();
+    report.limit("short lines: burst / split by offset", works[1].times.least() / floor, mostForShort,
+                 mostForShort);
+    report.limit("short lines: backlog / split by offset", works[2].times.least() / floor, mostForShort,
+                 mostForShort);
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    const bool check = argc > 1 && std::strcmp(argv[1], "--check") == 0;
-    const double longRatio = longLine();
-    const double shortRatio = manyShortLines();
-    if (!check || (longRatio <= longestLongRatio && shortRatio <= longestShortRatio))
-        return 0;
-    std::printf("too slow: the ratios may be %.1f and %.1f\n", longestLongRatio, longestShortRatio);
-    return 1;
+    Report report(argc, argv, "Line decoder");
+    longLine(report);
+    manyShortLines(report);
+    return report.finish();
 }

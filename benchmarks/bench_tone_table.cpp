@@ -1,9 +1,8 @@
 // What the tone table of the multitone editor costs with 4096 candidate tones, beside a bare QTableWidget of
 // the same size in the same run: filled the first time, refilled with other tones, given the same tones
 // again, and one tone tapped up to the request. Layout and painting are part of each time.
-//
-// `--check` fails when a time is beyond what the eye allows: 50 ms to fill, 16 ms for a tap.
 
+#include "kit/Report.h"
 #include "modeditors/RemoteMultitonePanel.h"
 
 #include <QApplication>
@@ -12,14 +11,7 @@
 #include <QJsonObject>
 #include <QTableWidget>
 #include <QTest>
-
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstring>
-#include <functional>
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -27,31 +19,6 @@ constexpr int toneCount = 4096;
 constexpr int rounds = 15;
 constexpr double longestFill = 50; // ms
 constexpr double longestTap = 16;  // ms
-
-struct Work
-{
-    const char* name;
-    double limit; // ms, of the median; 0: none
-    std::function<void()> prepare;
-    std::function<void()> run;
-    std::vector<double> times = {}; // ms
-
-    [[nodiscard]] double least() const { return *std::min_element(times.begin(), times.end()); }
-    [[nodiscard]] double median() const
-    {
-        std::vector<double> sorted = times;
-        std::sort(sorted.begin(), sorted.end());
-        return sorted[sorted.size() / 2];
-    }
-};
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "wrong result: %s\n", what);
-    std::exit(2);
-}
 
 void settle()
 {
@@ -83,24 +50,6 @@ void fillBare(QTableWidget& table)
         mark->setData(Qt::UserRole, row);
         table.setItem(row, 2, mark);
     }
-}
-
-void measure(std::vector<Work>& works)
-{
-    for (int round = 0; round < rounds; ++round) {
-        for (Work& work : works) {
-            work.prepare();
-            settle();
-            const auto start = std::chrono::steady_clock::now();
-            work.run();
-            settle();
-            const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
-            work.times.push_back(time.count());
-        }
-    }
-    for (const Work& work : works)
-        std::printf("  %-42s median %8.3f ms   least %8.3f ms   first %8.3f ms\n", work.name, work.median(),
-                    work.least(), work.times.front());
 }
 
 // The benchmark's windows: an editor that stays, one that is new each round, and the bare table.
@@ -157,32 +106,57 @@ struct Bench
 
 int main(int argc, char* argv[])
 {
-    const bool check = argc > 1 && std::strcmp(argv[1], "--check") == 0;
     const QApplication app(argc, argv);
+    Report report(argc, argv, "Tone table");
     Bench bench;
     std::vector<Work> works = {
-        {"bare QTableWidget, filled", 0, [&] { bench.newBareTable(); }, [&] { fillBare(*bench.bare); }},
-        {"new editor, filled", longestFill, [&] { bench.newEditor(); },
-         [&] { bench.fresh->applyEditorState({}, bench.tones, true); }},
-        {"editor, other tones", longestFill,
-         [&] { bench.editor.applyEditorState({}, bench.otherTones, true); },
-         [&] { bench.editor.applyEditorState({}, bench.tones, true); }},
-        {"editor, the same tones again", longestTap, [] {},
-         [&] { bench.editor.applyEditorState({}, bench.sameTones, true); }},
-        {"tap of a tone", longestTap, [&] { bench.showMiddle(); }, [&] { bench.tap(); }},
+        {"bare QTableWidget, filled",
+         [&] {
+             fillBare(*bench.bare);
+             settle();
+         },
+         [&] {
+             bench.newBareTable();
+             settle();
+         }},
+        {"new editor, filled",
+         [&] {
+             bench.fresh->applyEditorState({}, bench.tones, true);
+             settle();
+         },
+         [&] {
+             bench.newEditor();
+             settle();
+         }},
+        {"editor, other tones",
+         [&] {
+             bench.editor.applyEditorState({}, bench.tones, true);
+             settle();
+         },
+         [&] {
+             bench.editor.applyEditorState({}, bench.otherTones, true);
+             settle();
+         }},
+        {"editor, the same tones again",
+         [&] {
+             bench.editor.applyEditorState({}, bench.sameTones, true);
+             settle();
+         }},
+        {"tap of a tone",
+         [&] {
+             bench.tap();
+             settle();
+         },
+         [&] {
+             bench.showMiddle();
+             settle();
+         }},
     };
-    std::printf("%d tones\n", toneCount);
-    measure(works);
-    const Work& bare = works.front();
-    bool fast = true;
-    for (const Work& work : works) {
-        std::printf("  %-42s median %8.2f      least %8.2f\n",
-                    qPrintable(QLatin1String(work.name) + QLatin1String(" / bare")),
-                    work.median() / bare.median(), work.least() / bare.least());
-        if (work.limit > 0 && work.least() > work.limit) {
-            std::printf("too slow: %s may take %.0f ms\n", work.name, work.limit);
-            fast = false;
-        }
+    measure(works, rounds);
+    report.printTimes("4096 tones, layout and painting included:", works);
+    for (std::size_t i = 1; i < works.size(); ++i) {
+        const double most = i < 3 ? longestFill : longestTap;
+        report.limit(works[i].name + ", least, ms", works[i].times.least(), most, 2 * most);
     }
-    return check && !fast ? 1 : 0;
+    return report.finish();
 }

@@ -5,10 +5,9 @@
 //   all rows     until every row is written, and the longest turn of the event loop meanwhile
 //   probing      the longest turn while files are read
 //   change       a file comes first: from the listing to a table that has it, and the longest turn
-//
-// `--check` fails when the first rows take longer than 100 ms, or when more than a few turns while writing or
-// probing take longer than 16 ms; other load on the machine may lengthen some.
 
+#include "kit/Clocks.h"
+#include "kit/Report.h"
 #include "modeditors/ModEditorFactory.h"
 #include "modeditors/contract/RemoteModEditor.h"
 
@@ -18,15 +17,8 @@
 #include <QJsonObject>
 #include <QTableWidget>
 #include <QTemporaryDir>
-
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <functional>
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -37,41 +29,26 @@ constexpr double longestTurn = 16;   // ms, of a display's frame
 constexpr int strayTurns = 3;
 constexpr double patience = 30'000; // ms
 
-using Clock = std::chrono::steady_clock;
-
-double since(Clock::time_point start)
-{
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "wrong result: %s\n", what);
-    std::exit(2);
-}
-
 struct Turns
 {
     double total = 0; // ms
     double longest = 0;
-    int beyond = 0; // turns longer than a frame
+    int beyond = 0; // turns of more processor time than a frame
 };
 
 Turns turnUntil(const std::function<bool()>& done)
 {
     Turns turns;
-    const auto start = Clock::now();
+    const Stopwatch start;
     while (!done()) {
-        const auto turn = Clock::now();
+        const Stopwatch turn;
+        const double before = threadCpuMs();
         QCoreApplication::processEvents();
-        const double time = since(turn);
-        turns.longest = std::max(turns.longest, time);
-        turns.beyond += time > longestTurn ? 1 : 0;
-        require(since(start) < patience, "never done");
+        turns.longest = std::max(turns.longest, turn.ms());
+        turns.beyond += threadCpuMs() - before > longestTurn ? 1 : 0;
+        require(start.ms() < patience, "never done");
     }
-    turns.total = since(start);
+    turns.total = start.ms();
     return turns;
 }
 
@@ -96,7 +73,7 @@ void write(const QDir& folder, const QString& name)
 
 double bareTable(const QDir& folder)
 {
-    const auto start = Clock::now();
+    const Stopwatch start;
     QTableWidget table;
     table.setColumnCount(2);
     const QFileInfoList entries =
@@ -111,7 +88,7 @@ double bareTable(const QDir& folder)
     table.resize(400, 600);
     table.show();
     QCoreApplication::processEvents();
-    return since(start);
+    return start.ms();
 }
 
 } // namespace
@@ -119,7 +96,7 @@ double bareTable(const QDir& folder)
 int main(int argc, char* argv[])
 {
     const QApplication app(argc, argv);
-    const bool check = argc > 1 && std::strcmp(argv[1], "--check") == 0;
+    Report report(argc, argv, "Waveform browser");
     const QTemporaryDir folder;
     for (int i = 0; i < files; ++i)
         write(folder.path(), nameOf(i));
@@ -136,10 +113,10 @@ int main(int argc, char* argv[])
         return table->item(row, 1) && table->item(row, 1)->text() != QLatin1String("-");
     };
 
-    const auto start = Clock::now();
+    const Stopwatch start;
     editor->applyEditorState({}, {{QStringLiteral("rootPath"), folder.path()}}, false);
     editor->repaint();
-    const double first = since(start);
+    const double first = start.ms();
     require(table->rowCount() == files, "rows");
     const Turns writing = turnUntil(isWritten);
     const Turns probing = turnUntil([&] { return isProbed(probedFiles); });
@@ -148,18 +125,15 @@ int main(int argc, char* argv[])
     const Turns change = turnUntil([&] { return table->rowCount() == files + 1 && isWritten(); });
     require(table->item(0, 0)->text() == QLatin1String("a"), "the new file");
 
-    std::printf("a folder of %d files\n", files);
-    std::printf("  bare QTableWidget, listed, filled and shown   %8.1f ms\n", bare);
-    std::printf("  first rows painted                            %8.1f ms\n", first);
-    std::printf("  all rows written, after that                  %8.1f ms   longest turn %6.1f ms\n",
-                writing.total, writing.longest);
-    std::printf("  %d files probed                             %8.1f ms   longest turn %6.1f ms\n",
-                probedFiles, probing.total, probing.longest);
-    std::printf("  a further file, all rows moved                %8.1f ms   longest turn %6.1f ms\n",
-                change.total, change.longest);
-    const bool fluid = first <= longestFirst && writing.beyond <= strayTurns && probing.beyond <= strayTurns;
-    if (!check || fluid)
-        return 0;
-    std::printf("too slow: %d and %d turns beyond %.0f ms\n", writing.beyond, probing.beyond, longestTurn);
-    return 1;
+    Table figures({"a folder of 10,000 files, ms", "until done", "longest turn"});
+    figures.add({"bare QTableWidget, listed, filled and shown", figure(bare), figure(bare)});
+    figures.add({"first rows painted", figure(first), figure(first)});
+    figures.add({"all rows written, after that", figure(writing.total), figure(writing.longest)});
+    figures.add({"1,000 files probed", figure(probing.total), figure(probing.longest)});
+    figures.add({"a further file, all rows moved", figure(change.total), figure(change.longest)});
+    report.print("From the profile that names the folder:", figures);
+    report.limit("first rows painted, ms", first, longestFirst, 3 * longestFirst);
+    report.limit("turns beyond a frame while rows are written", writing.beyond, 0, strayTurns);
+    report.limit("turns beyond a frame while files are probed", probing.beyond, 0, strayTurns);
+    return report.finish();
 }

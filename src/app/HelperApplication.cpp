@@ -3,6 +3,7 @@
 #include "app/ApplicationFonts.h"
 #include "app/InterfaceFont.h"
 #include "app/LaunchOptions.h"
+#include "app/LaunchSecret.h"
 #include "app/Translations.h"
 #include "link/client/MinibarClient.h"
 #include "minibar/RemoteMiniBarWindow.h"
@@ -27,6 +28,7 @@ void quitEventLoop()
 
 void HelperApplication::prepareEnvironment()
 {
+    LaunchSecret::guard();
     // The bar draws no OpenGL: without the integration the first paint comes sooner and takes a third of the
     // memory.
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
@@ -35,7 +37,7 @@ void HelperApplication::prepareEnvironment()
     QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
-int HelperApplication::run(QApplication& application)
+int HelperApplication::run(QApplication& application, int argc, char** argv)
 {
     QApplication::setApplicationName(QStringLiteral("TarvinelMiniBar"));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -43,24 +45,34 @@ int HelperApplication::run(QApplication& application)
     installTranslations(application);
     useInterfaceFont(tr("Localization"));
 
-    const HelperLaunchOptions options = parseLaunchOptions(QCoreApplication::arguments());
+    const QStringList arguments = QCoreApplication::arguments();
+    HelperLaunchOptions options = parseLaunchOptions(arguments);
+    options.token.detach(); // the only copy from now on
+    LaunchSecret::blotOutTokens(arguments, argc, argv);
     if (!options.isValid()) {
         QMessageBox::information(nullptr, QStringLiteral("TarvinelMiniBar"),
                                  tr("TarvinelMiniBar is started automatically by Tarvinel."),
                                  QMessageBox::Ok);
         return InvalidOptions;
     }
+    return serve(application, options);
+}
 
+int HelperApplication::serve(QApplication& application, const HelperLaunchOptions& options)
+{
     MinibarClient client;
     if (!client.connectToHost(options.server, connectTimeoutMs))
         return NotConnected;
 
     RemoteMiniBarWindow window;
     wire(application, client, window);
-    if (!client.sendAuth(options.token))
+    const bool authSent = client.sendAuth(options.token);
+    LaunchSecret::blotOut(options.token);
+    if (!authSent)
         return AuthNotSent;
     if (!client.sendReady())
         return ReadyNotSent;
+    LaunchSecret::release();
     return QApplication::exec();
 }
 

@@ -5,6 +5,7 @@
 class MinibarClient;
 class QApplication;
 class RemoteMiniBarWindow;
+struct HelperLaunchOptions;
 
 // The helper process from the application object on.
 class HelperApplication final
@@ -18,8 +19,10 @@ public:
     // Must run before the application object is created: settles the process's environment and its style.
     static void prepareEnvironment();
     // Connects to the main process, shows its state and serves it until the link ends. Returns the exit code.
-    [[nodiscard]] static int run(QApplication& application);
+    // Overwrites the token in the arguments, which are those that the process was started with.
+    [[nodiscard]] static int run(QApplication& application, int argc, char** argv);
 
 private:
+    [[nodiscard]] static int serve(QApplication& application, const HelperLaunchOptions& options);
     static void wire(QApplication& application, MinibarClient& client, RemoteMiniBarWindow& window);
 };

@@ -7,13 +7,20 @@ QString option(QLatin1String key)
     return QStringLiteral("--%1").arg(key);
 }
 
+const QLatin1String tokenKey("token");
+
 } // namespace
+
+bool isTokenOption(const QString& argument)
+{
+    return argument.trimmed() == option(tokenKey);
+}
 
 HelperLaunchOptions parseLaunchOptions(const QStringList& arguments)
 {
     const QString marker = option(QLatin1String("tarvinel-minibar-helper"));
     const QString server = option(QLatin1String("server"));
-    const QString token = option(QLatin1String("token"));
+    const QString token = option(tokenKey);
     const QString hostPid = option(QLatin1String("host-pid"));
 
     HelperLaunchOptions options;

@@ -20,3 +20,6 @@ struct HelperLaunchOptions
 // Reads the arguments from index 1 on. Unknown arguments, and a value option without a value, are ignored;
 // the last of several equal options wins.
 [[nodiscard]] HelperLaunchOptions parseLaunchOptions(const QStringList& arguments);
+
+// Whether the argument, blanks around it aside, is the option that the token stands behind.
+[[nodiscard]] bool isTokenOption(const QString& argument);

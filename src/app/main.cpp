@@ -6,5 +6,5 @@ int main(int argc, char* argv[])
 {
     HelperApplication::prepareEnvironment();
     QApplication application(argc, argv);
-    return HelperApplication::run(application);
+    return HelperApplication::run(application, argc, argv);
 }

@@ -92,6 +92,8 @@ public:
         tellCutNames();
         setUpButtons();
         setViewMode(List); // names are what counts, and they need room
+        if (auto* const files = findChild<QListView*>(QStringLiteral("listView")))
+            files->setWrapping(false); // one below the other, however many
         if (auto* const parts = findChild<QSplitter*>())
             parts->setSizes({placesWidth, usualSize.width() - placesWidth});
         resize(usualSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));

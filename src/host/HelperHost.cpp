@@ -83,11 +83,18 @@ HelperHost::HelperHost(std::unique_ptr<HelperRunner> runner, const HelperTimeout
     : QObject(parent)
     , m_runner(std::move(runner))
     , m_timeouts(timeouts)
+    , m_acknowledgements(timeouts)
 {
     m_deadline.setSingleShot(true);
-    m_acknowledgeDeadline.setSingleShot(true);
+    m_question.setSingleShot(true);
     connect(&m_deadline, &QTimer::timeout, this, &HelperHost::onDeadline);
-    connect(&m_acknowledgeDeadline, &QTimer::timeout, this, &HelperHost::acknowledgementOverdue);
+    connect(&m_question, &QTimer::timeout, this, &HelperHost::askWhetherAlive);
+    connect(&m_acknowledgements, &Acknowledgements::overdue, this, [this] {
+        qCWarning(hostLog) << "The mini bar does not answer";
+        emit acknowledgementOverdue();
+    });
+    connect(&m_acknowledgements, &Acknowledgements::silent, this,
+            [this] { end(State::Terminating, tr("The helper did not answer.")); });
     connect(m_runner.get(), &HelperRunner::failedToStart, this, [this](const QString& reason) {
         end(State::Killing, tr("The helper did not start: %1").arg(reason));
     });
@@ -126,7 +133,7 @@ void HelperHost::start()
 
 void HelperHost::adopt(QLocalSocket* socket)
 {
-    m_link = new HelperLink(socket, m_token, this);
+    m_link = new HelperLink(socket, m_token, m_timeouts.silence, this);
     connect(m_link, &HelperLink::lineTraffic, this, &HelperHost::lineTraffic);
     connect(m_link, &HelperLink::messageReceived, this, &HelperHost::dispatch);
     connect(m_link, &HelperLink::violated, this,
@@ -186,16 +193,20 @@ void HelperHost::onRequest(const QString& payload)
 
 void HelperHost::acknowledge(MinibarMessageType type)
 {
-    if (m_awaited.isEmpty() || m_awaited.head() != type) {
+    using Answer = Acknowledgements::Answer;
+    const Answer answer = m_acknowledgements.take(type);
+    if (answer == Answer::NotDue) {
         end(State::Terminating,
             tr("The helper acknowledged %1 that was not due.").arg(MinibarHelperProtocol::messageWord(type)));
         return;
     }
-    m_awaited.dequeue();
-    if (!m_awaited.isEmpty())
-        return; // a newer command decides where the bar ends up
-    m_acknowledgeDeadline.stop();
+    if (answer == Answer::Older)
+        return;
     const bool shown = type == MinibarMessageType::ShowMinibar;
+    if (shown)
+        m_question.start(m_timeouts.question);
+    if (answer == Answer::Question)
+        return;
     m_bar = shown ? Bar::Visible : Bar::Hidden;
     if (shown)
         emit visible();
@@ -207,10 +218,17 @@ bool HelperHost::command(MinibarMessageType type, const QString& payload, Bar ba
 {
     if (!isReady() || !m_link->send(type, payload))
         return false;
-    m_awaited.enqueue(type);
+    m_question.stop();
+    m_acknowledgements.expect(type);
     m_bar = bar;
-    m_acknowledgeDeadline.start(m_timeouts.acknowledge);
     return true;
+}
+
+// Showing a visible bar without an anchor changes nothing, but has to be answered.
+void HelperHost::askWhetherAlive()
+{
+    if (isReady() && m_link->send(MinibarMessageType::ShowMinibar))
+        m_acknowledgements.expect(MinibarMessageType::ShowMinibar, true);
 }
 
 bool HelperHost::sendShow(const std::optional<QPoint>& topRight)
@@ -233,7 +251,7 @@ void HelperHost::sendShutdown()
 
 bool HelperHost::pushSnapshot(const QJsonObject& snapshot)
 {
-    return isReady() && m_link->send(MinibarMessageType::Evt, snapshotEventPayload(numbered(snapshot)));
+    return isReady() && m_link->sendNewest(MinibarMessageType::Evt, snapshotEventPayload(numbered(snapshot)));
 }
 
 bool HelperHost::respond(int id, const Response& response)
@@ -307,7 +325,8 @@ void HelperHost::end(State how, const QString& reason, bool wanted)
         m_reason = reason;
         m_endWanted = wanted;
     }
-    m_acknowledgeDeadline.stop();
+    m_acknowledgements.clear();
+    m_question.stop();
     if (m_listener)
         m_listener->close();
     if (m_link && how > State::Leaving)
@@ -343,8 +362,8 @@ void HelperHost::conclude()
         m_link->deleteLater();
         m_link = nullptr;
     }
-    m_acknowledgeDeadline.stop();
-    m_awaited.clear();
+    m_acknowledgements.clear();
+    m_question.stop();
     m_openRequests.clear();
     m_bar = Bar::Hidden;
     enter(State::Idle);

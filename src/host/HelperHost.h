@@ -1,15 +1,13 @@
 #pragma once
 
+#include "host/Acknowledgements.h"
 #include "host/HelperLink.h"
 #include "host/HelperRunner.h"
-#include "host/HelperTimeouts.h"
 #include "host/Response.h"
 
 #include <QJsonObject>
 #include <QPoint>
-#include <QQueue>
 #include <QSet>
-#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -18,8 +16,8 @@ class HelperListener;
 
 // The main process's end of the mini bar: starts the helper, makes sure that the one who connects is that
 // helper, shows and hides the bar, hands the helper's requests to the application and its answers back.
-// Nothing blocks. After start() comes either failed() or ready(); after ready() comes closed(). When failed()
-// or closed() is emitted the process has ended, and start() may be called again.
+// Nothing blocks. After start() comes either failed() or ready(); after ready() comes closed(). With failed()
+// or closed() the process has ended, and start() may be called again.
 class HelperHost final : public QObject
 {
     Q_OBJECT
@@ -40,7 +38,7 @@ public:
     enum class Bar { Hidden, Showing, Visible, Hiding };
     Q_ENUM(Bar)
 
-    // Owns the runner. Every duration of `timeouts` must be above 0.
+    // Owns the runner.
     explicit HelperHost(std::unique_ptr<HelperRunner> runner, const HelperTimeouts& timeouts = {},
                         QObject* parent = nullptr);
     ~HelperHost() override;
@@ -49,6 +47,8 @@ public:
     [[nodiscard]] bool isReady() const { return m_state == State::Ready; }
     // What the helper was told last, and whether it has acknowledged it.
     [[nodiscard]] Bar bar() const { return m_bar; }
+    // Whether the last helper ended because the application wanted it.
+    [[nodiscard]] bool wasEndWanted() const { return m_endWanted; }
     // Of the last process, once it has ended by itself.
     [[nodiscard]] std::optional<int> exitCode() const { return m_exitCode; }
     // The number of the snapshot sent last; 0 before the first.
@@ -56,24 +56,25 @@ public:
 
     // Does nothing while a helper's process is alive. failed() may come before it returns.
     void start();
-    // Shows the bar with its top right corner there, or where it last stood. False unless the host is ready.
+    // Shows the bar with its top right corner there, or where it last stood. False unless ready.
     bool sendShow(const std::optional<QPoint>& topRight = std::nullopt);
     bool sendHide();
     // Ends the helper: politely first, then by force.
     void sendShutdown();
-    // Sends a snapshot as an event. It gets the next sequence number unless it carries one of its own.
+    // Sends a snapshot as an event, with the next sequence number unless it carries one of its own. While the
+    // helper reads slowly only the newest one waits for it.
     bool pushSnapshot(const QJsonObject& snapshot);
     // Answers an open request, once; false for any other id. A payload is numbered like a snapshot.
     bool respond(int id, const Host::Response& response);
-    // Writes bytes as they are, past all rules: for tools that play a faulty main process.
+    // For tools that play a faulty main process: bytes as they are, and an end without a word.
     bool sendRaw(const QByteArray& bytes);
-    void dropLink(); // without a word, as a dying main process would
+    void dropLink();
 
 signals:
     void ready();
     void visible();
     void hidden();
-    // VISIBLE or HIDDEN did not come in time. It may still come.
+    // VISIBLE or HIDDEN did not come in time. It may still come; after a long silence the helper is ended.
     void acknowledgementOverdue();
     void restoreRequested();
     // Answer with respond(), now or later.
@@ -93,6 +94,7 @@ private:
     void onRequest(const QString& payload);
     void acknowledge(MinibarMessageType type);
     bool command(MinibarMessageType type, const QString& payload, Bar bar);
+    void askWhetherAlive();
     [[nodiscard]] QJsonObject numbered(QJsonObject snapshot);
 
     void enter(State state);
@@ -104,7 +106,7 @@ private:
     std::unique_ptr<HelperRunner> m_runner;
     HelperTimeouts m_timeouts;
     std::unique_ptr<HelperListener> m_listener;
-    HelperLink* m_link = nullptr; // owned as a child, gone when nullptr
+    HelperLink* m_link = nullptr; // owned as a child
     State m_state = State::Idle;
     Bar m_bar = Bar::Hidden;
     QString m_token;
@@ -113,8 +115,8 @@ private:
     bool m_wasReady = false;
     int m_sequence = 0;
     std::optional<int> m_exitCode;
-    QQueue<MinibarMessageType> m_awaited; // acknowledgements due, in the order of their commands
+    Acknowledgements m_acknowledgements;
     QSet<int> m_openRequests;
     QTimer m_deadline;
-    QTimer m_acknowledgeDeadline;
+    QTimer m_question; // runs while the bar is visible and nothing is awaited
 };

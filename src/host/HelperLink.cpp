@@ -4,42 +4,62 @@
 
 #include <QMetaMethod>
 
+#include <utility>
+
 namespace {
 
 constexpr int longestLogText = 80;
-// A helper that lets more than two whole lines pile up unread is not reading at all.
-constexpr qint64 unreadLimit = 2LL * LineDecoder::maximumLineLength;
 
 const QLatin1String mask("***");
 
 } // namespace
 
-HelperLink::HelperLink(QLocalSocket* socket, const QString& token, QObject* parent)
+HelperLink::HelperLink(QLocalSocket* socket, const QString& token, std::chrono::milliseconds patience,
+                       QObject* parent)
     : QObject(parent)
     , m_socket(socket)
     , m_token(token)
 {
     m_socket->setParent(this);
+    m_unread.setSingleShot(true);
+    m_unread.setInterval(patience);
+    connect(&m_unread, &QTimer::timeout, this, &HelperLink::breakUnread);
+    connect(m_socket, &QLocalSocket::bytesWritten, this, &HelperLink::onWritten);
     connect(m_socket, &QLocalSocket::readyRead, this, &HelperLink::read);
     connect(m_socket, &QLocalSocket::disconnected, this, [this] {
         if (!m_open)
             return;
         m_open = false;
+        m_unread.stop();
         emit closedByHelper();
     });
 }
 
+QByteArray HelperLink::lineOf(MinibarMessageType type, const QString& payload)
+{
+    QByteArray line = MinibarHelperProtocol::encodeLine(type, payload);
+    if (line.size() - 1 <= LineDecoder::maximumLineLength)
+        return line;
+    qCWarning(Host::hostLog) << "Not sent, longer than a line may be:"
+                             << MinibarHelperProtocol::messageWord(type);
+    return {};
+}
+
 bool HelperLink::send(MinibarMessageType type, const QString& payload)
 {
-    const QByteArray line = MinibarHelperProtocol::encodeLine(type, payload);
+    const QByteArray line = lineOf(type, payload);
+    return !line.isEmpty() && sendRaw(line);
+}
+
+bool HelperLink::sendNewest(MinibarMessageType type, const QString& payload)
+{
+    if (!m_open || m_socket->bytesToWrite() <= congestion)
+        return send(type, payload);
+    const QByteArray line = lineOf(type, payload);
     if (line.isEmpty())
         return false;
-    if (line.size() - 1 > LineDecoder::maximumLineLength) {
-        qCWarning(Host::hostLog) << "Not sent, longer than a line may be:"
-                                 << MinibarHelperProtocol::messageWord(type);
-        return false;
-    }
-    return sendRaw(line);
+    m_waiting = line;
+    return true;
 }
 
 bool HelperLink::sendRaw(const QByteArray& bytes)
@@ -47,19 +67,43 @@ bool HelperLink::sendRaw(const QByteArray& bytes)
     if (!m_open || m_socket->state() != QLocalSocket::ConnectedState)
         return false;
     if (m_socket->bytesToWrite() > unreadLimit) {
-        qCWarning(Host::hostLog) << "Not sent: the helper does not read its link";
+        breakUnread();
         return false;
     }
     if (m_socket->write(bytes) != bytes.size())
         return false;
     m_socket->flush();
+    if (m_socket->bytesToWrite() > 0 && !m_unread.isActive())
+        m_unread.start();
     report(Direction::ToHelper, bytes.endsWith('\n') ? bytes.chopped(1) : bytes);
     return true;
+}
+
+void HelperLink::onWritten()
+{
+    if (!m_open)
+        return;
+    if (m_socket->bytesToWrite() > 0)
+        m_unread.start();
+    else
+        m_unread.stop();
+    if (!m_waiting.isEmpty() && m_socket->bytesToWrite() <= congestion)
+        sendRaw(std::exchange(m_waiting, QByteArray()));
+}
+
+// Told from the event loop: whoever wanted to send is not to lose the link under its hands.
+void HelperLink::breakUnread()
+{
+    abort();
+    QMetaObject::invokeMethod(
+        this, [this] { emit violated(tr("The helper does not read its link.")); }, Qt::QueuedConnection);
 }
 
 void HelperLink::abort()
 {
     m_open = false;
+    m_unread.stop();
+    m_waiting.clear();
     m_socket->abort();
 }
 

@@ -10,4 +10,6 @@ struct HelperTimeouts
     std::chrono::milliseconds leave{2000};       // from SHUTDOWN or a closed link to the end of the process
     std::chrono::milliseconds terminate{1000};   // from the polite signal to the end of the process
     std::chrono::milliseconds kill{1000};        // from the hard one until the host no longer waits
+    std::chrono::milliseconds question{5000};    // between two looks whether a visible bar is still alive
+    std::chrono::milliseconds silence{10000}; // a helper that neither answers nor reads for so long is ended
 };

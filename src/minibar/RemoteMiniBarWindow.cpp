@@ -166,7 +166,7 @@ void RemoteMiniBarWindow::setMode(MiniBarMode target)
         m_popups->closePopups();
     takeOverMove();
     if (target == m_mode) {
-        if (target != MiniBarMode::Hidden)
+        if (target != MiniBarMode::Hidden && !m_drag.isDragging())
             place();
         return;
     }

@@ -25,6 +25,7 @@ constexpr int margin = 16;
 constexpr int gap = 12;
 constexpr int windowWidth = 448;
 constexpr int shownRequests = 4;
+constexpr int statusLines = 2;    // for which there is always room
 constexpr int controlWidth = 193; // two halves of a switch with their borders
 
 QString frequencyText(double hz)
@@ -212,6 +213,9 @@ QWidget* MainWindow::buildMiniBarPanel()
     m_status->setObjectName(QStringLiteral("statusLine"));
     m_status->setAccessibleName(tr("State of the mini bar"));
     m_status->setWordWrap(true);
+    m_status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_status->ensurePolished();
+    m_status->setMinimumHeight(statusLines * m_status->fontMetrics().lineSpacing());
 
     m_requests = secondaryLabel(tr("No requests yet."));
     m_requests->setObjectName(QStringLiteral("lastRequests"));
@@ -231,6 +235,10 @@ QWidget* MainWindow::buildMiniBarPanel()
 void MainWindow::showStatus(const QString& status)
 {
     m_status->setText(status);
+    // A longer sentence must not take its room from the instrument's panel.
+    const int needed = layout()->totalHeightForWidth(width());
+    if (windowHandle() && needed > height()) // before it was ever shown it has no size of its own
+        resize(width(), needed);
 }
 
 void MainWindow::addRequest(const QString& request, const QString& outcome)

@@ -4,9 +4,10 @@
 
 namespace Simulator {
 
-MiniBarSession::MiniBarSession(HelperHost& host, QObject* parent)
+MiniBarSession::MiniBarSession(HelperHost& host, const RestartSchedule& schedule, QObject* parent)
     : QObject(parent)
     , m_host(host)
+    , m_keeper(host, schedule) // knows of an end before this object does
     , m_status(tr("The mini bar is not running."))
 {
     connect(&m_host, &HelperHost::ready, this, [this] {
@@ -21,19 +22,14 @@ MiniBarSession::MiniBarSession(HelperHost& host, QObject* parent)
     });
     connect(&m_host, &HelperHost::restoreRequested, this, &MiniBarSession::restore);
     connect(&m_host, &HelperHost::acknowledgementOverdue, this, &MiniBarSession::onOverdue);
-    const auto end = [this](const QString& reason) {
-        m_barWanted = false;
-        setStatus(reason);
-        emit mainWindowWanted(true);
-    };
-    connect(&m_host, &HelperHost::failed, this, end);
-    connect(&m_host, &HelperHost::closed, this, end);
+    connect(&m_host, &HelperHost::failed, this, &MiniBarSession::onEnded);
+    connect(&m_host, &HelperHost::closed, this, &MiniBarSession::onEnded);
 }
 
 void MiniBarSession::start()
 {
     setStatus(tr("The mini bar is starting."));
-    m_host.start();
+    m_keeper.start();
 }
 
 void MiniBarSession::minimise(const std::optional<QPoint>& anchor)
@@ -61,9 +57,19 @@ void MiniBarSession::restore()
 void MiniBarSession::onOverdue()
 {
     setStatus(tr("The mini bar does not answer."));
-    // A bar that comes up late after all must not stand beside the main window.
-    if (m_host.bar() == HelperHost::Bar::Showing)
+    // A bar that comes to life late after all must not stand beside the main window.
+    if (m_barWanted)
         restore();
+    emit mainWindowWanted(true);
+}
+
+void MiniBarSession::onEnded(const QString& reason)
+{
+    constexpr double millisecondsPerSecond = 1000;
+    m_barWanted = false;
+    const double pause = static_cast<double>(m_keeper.pause().count()) / millisecondsPerSecond;
+    setStatus(m_keeper.isWaiting() ? tr("%1 The mini bar starts again in %2 s.").arg(reason).arg(pause)
+                                   : reason);
     emit mainWindowWanted(true);
 }
 

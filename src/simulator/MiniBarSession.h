@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/HelperKeeper.h"
+
 #include <QObject>
 #include <QPoint>
 #include <QString>
@@ -11,14 +13,15 @@ class HelperHost;
 namespace Simulator {
 
 // Main window and mini bar take turns: hides the one, shows the other, and brings the main window back
-// whenever the mini bar asks for it or fails.
+// whenever the mini bar asks for it, does not answer or fails. A helper that failed is started again.
 class MiniBarSession final : public QObject
 {
     Q_OBJECT
 
 public:
     // Uses the host, which must live longer.
-    explicit MiniBarSession(HelperHost& host, QObject* parent = nullptr);
+    explicit MiniBarSession(HelperHost& host, const RestartSchedule& schedule = {},
+                            QObject* parent = nullptr);
 
     // Starts the helper without showing the bar.
     void start();
@@ -36,9 +39,11 @@ signals:
 private:
     void showBar();
     void onOverdue();
+    void onEnded(const QString& reason);
     void setStatus(const QString& status);
 
     HelperHost& m_host;
+    HelperKeeper m_keeper;
     std::optional<QPoint> m_anchor;
     bool m_barWanted = false;
     QString m_status;

@@ -4,6 +4,7 @@
 #include "simulator/LightLook.h"
 #include "simulator/MainWindow.h"
 #include "simulator/TrafficPrinter.h"
+#include "simulator/modulation/SampleWaveforms.h"
 
 #include <QApplication>
 
@@ -29,7 +30,7 @@ SimulatorApplication::SimulatorApplication(const SimulatorOptions& options, cons
     , m_host(std::make_unique<HelperProcess>(options.helper))
     , m_desk(m_host, m_instrument, scenario)
     , m_timeline(m_host, m_desk, m_instrument, scenario.timeline)
-    , m_session(m_host)
+    , m_session(m_host, options.exitAfterClose ? RestartSchedule::never() : RestartSchedule())
 {
     scenario.initial.applyTo(m_instrument);
     if (options.printTraffic)
@@ -117,6 +118,8 @@ int runSimulator(int& argc, char** argv)
     }
     QApplication::setPalette(lightPalette());
     application.setStyleSheet(lightStyleSheet());
+    if (options.ownWaveforms)
+        provideSampleWaveforms(options.waveforms);
     SimulatorApplication simulator(options, scenario);
     simulator.begin();
     return QCoreApplication::exec();

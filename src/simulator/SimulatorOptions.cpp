@@ -37,7 +37,9 @@ OptionsResult parseOptions(const QStringList& arguments, SimulatorOptions& optio
                                       QStringLiteral("file"));
     const QCommandLineOption waveforms(
         QStringLiteral("waveforms"),
-        translated("The folder of the quick waveforms; ../data beside this program if left out."),
+        translated(
+            "The folder of the quick waveforms; ../data beside this program, with some signals to try, "
+            "if left out."),
         QStringLiteral("folder"), dataBesideProgram());
     const QCommandLineOption anchor(
         QStringLiteral("anchor"), translated("Where the top right corner of the bar is to stand, in pixels."),
@@ -76,6 +78,7 @@ OptionsResult parseOptions(const QStringList& arguments, SimulatorOptions& optio
     options.helper = parser.value(helper);
     options.scenario = parser.value(scenario);
     options.waveforms = parser.value(waveforms);
+    options.ownWaveforms = !parser.isSet(waveforms);
     options.minimised = parser.isSet(minimised);
     options.printTraffic = parser.isSet(traffic);
     options.window = !parser.isSet(noWindow);

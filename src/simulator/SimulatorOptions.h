@@ -14,6 +14,7 @@ struct SimulatorOptions
     QString helper;               // path of the mini bar
     QString scenario;             // path of a scenario file, empty for none
     QString waveforms;            // folder of the quick waveforms
+    bool ownWaveforms = true;     // nobody has named it: signals to try are put there
     std::optional<QPoint> anchor; // where the bar is to stand instead of at the main window's corner
     bool minimised = false;       // begin with the bar
     bool printTraffic = false;    // the conversation on standard output

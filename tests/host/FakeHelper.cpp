@@ -65,6 +65,11 @@ void FakeHelper::sayBytes(const QByteArray& bytes)
     m_socket.flush();
 }
 
+void FakeHelper::setReading(bool reading)
+{
+    m_socket.setReadBufferSize(reading ? 0 : 1);
+}
+
 void FakeHelper::leave()
 {
     m_socket.abort();

@@ -47,6 +47,8 @@ public:
     // Writes the line and a line feed.
     void say(const QString& line);
     void sayBytes(const QByteArray& bytes);
+    // While not reading, what comes stays in the socket until that is full.
+    void setReading(bool reading);
     void leave();
     // The next line of the main process, waiting for it; empty when none comes.
     [[nodiscard]] QString hear();

@@ -10,7 +10,11 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace std::chrono_literals;
 
@@ -21,7 +25,52 @@ using State = HelperHost::State;
 const QString wellFormedRequest =
     QStringLiteral(R"(REQ {"v":1,"id":7,"cmd":"OUTP:STAT","args":{"enabled":true}})");
 
+enum class Plant { Server, File, Folder, LinkToServer, LinkToFile, LinkToNothing };
+
+// Something that lies where a server is to listen, until the object goes.
+class Planted final
+{
+public:
+    Planted(Plant plant, const QString& path)
+        : m_path(path)
+    {
+        const QString target = m_elsewhere.filePath(QStringLiteral("target"));
+        const bool isLink = plant >= Plant::LinkToServer;
+        const QString place = isLink ? target : path;
+        if (plant == Plant::Server || plant == Plant::LinkToServer)
+            m_server.listen(place);
+        else if (plant == Plant::File || plant == Plant::LinkToFile)
+            QFile(place).open(QIODevice::WriteOnly);
+        else if (plant == Plant::Folder)
+            QDir().mkdir(place);
+        if (isLink)
+            QFile::link(target, path);
+    }
+    ~Planted()
+    {
+        if (!QFile::remove(m_path))
+            QDir().rmdir(m_path);
+    }
+    Q_DISABLE_COPY(Planted)
+
+    // What lies there.
+    [[nodiscard]] QString description() const
+    {
+        struct stat facts = {};
+        if (::lstat(QFile::encodeName(m_path).constData(), &facts) != 0)
+            return QStringLiteral("nothing");
+        return QStringLiteral("%1 %2 %3").arg(facts.st_ino).arg(facts.st_mode).arg(facts.st_size);
+    }
+
+private:
+    QString m_path;
+    QTemporaryDir m_elsewhere;
+    QLocalServer m_server;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Plant)
 
 class TestHelperHost final : public QObject
 {
@@ -40,9 +89,11 @@ private slots:
     void linesSplitAtEveryByte();
     void secondConnectionIsClosed();
     void nobodyFindsTheServerAfterTheHandshake();
-    void takenServerNameIsNoObstacle();
+    void takenServerNameIsLeftAlone_data();
+    void takenServerNameIsLeftAlone();
     void impossibleServerNameIsReplaced();
     void serverIsPrivate();
+    void anotherUserIsTurnedAway();
     void handshakeDeadline_data();
     void handshakeDeadline();
 };
@@ -250,31 +301,59 @@ void TestHelperHost::nobodyFindsTheServerAfterTheHandshake()
     QVERIFY(f.host.isReady());
 }
 
-void TestHelperHost::takenServerNameIsNoObstacle()
+void TestHelperHost::takenServerNameIsLeftAlone_data()
 {
+    QTest::addColumn<Plant>("plant");
+    QTest::newRow("another server") << Plant::Server;
+    QTest::newRow("a file") << Plant::File;
+    QTest::newRow("a folder") << Plant::Folder;
+    QTest::newRow("a symbolic link to a server") << Plant::LinkToServer;
+    QTest::newRow("a symbolic link to a file") << Plant::LinkToFile;
+    QTest::newRow("a symbolic link to nothing") << Plant::LinkToNothing;
+}
+
+void TestHelperHost::takenServerNameIsLeftAlone()
+{
+    QFETCH(Plant, plant);
     const QString taken = QLatin1String("tarvinel-test-") + Host::randomHex128();
-    QLocalServer squatter;
-    QVERIFY(squatter.listen(taken));
-    HelperListener listener([&taken] { return taken; });
+    const QString free = QLatin1String("tarvinel-test-") + Host::randomHex128();
+    const Planted planted(plant, QDir::temp().filePath(taken));
+    const QString before = planted.description();
+    QStringList names{taken, free};
+    HelperListener listener([&names] { return names.takeFirst(); });
     int entered = 0;
     connect(&listener, &HelperListener::entered, this, [&entered] { ++entered; });
+    const QString path = QDir::temp().filePath(taken);
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qPrintable(
+            QStringLiteral("Another name for the mini bar's server is tried: '%1' is taken.").arg(path)));
     QVERIFY(listener.listen());
+    QCOMPARE(listener.serverName(), free);
+    QCOMPARE(planted.description(), before);
     QLocalSocket socket;
     socket.connectToServer(listener.serverName());
     QTRY_COMPARE(entered, 1);
-    QVERIFY(!squatter.hasPendingConnections());
 }
 
 void TestHelperHost::impossibleServerNameIsReplaced()
 {
     const QString impossible = QStringLiteral("/nonexistent/server");
     const QString possible = QLatin1String("tarvinel-test-") + Host::randomHex128();
+    const auto expectTries = [](int tries) {
+        const QRegularExpression another(
+            QStringLiteral("^Another name for the mini bar's server is tried: "));
+        for (int i = 0; i < tries; ++i)
+            QTest::ignoreMessage(QtWarningMsg, another);
+    };
+    expectTries(2);
     QStringList names{impossible, impossible, possible};
     HelperListener listener([&names] { return names.takeFirst(); });
     QVERIFY(listener.listen());
     QCOMPARE(listener.serverName(), possible);
     QVERIFY(names.isEmpty());
 
+    expectTries(5);
     HelperListener hopeless([&impossible] { return impossible; });
     QVERIFY(!hopeless.listen());
     QVERIFY(!hopeless.errorString().isEmpty());
@@ -289,6 +368,37 @@ void TestHelperHost::serverIsPrivate()
     const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                       QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     QCOMPARE(file.permissions() & others, QFile::Permissions());
+}
+
+// The file's mode keeps other users out, but not root.
+void TestHelperHost::anotherUserIsTurnedAway()
+{
+    constexpr uid_t somebodyElse = 65534;
+    if (::geteuid() != 0) {
+        qInfo("left out: only root can be another user");
+        return;
+    }
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("server"));
+    QCOMPARE(::chown(QFile::encodeName(folder.path()).constData(), somebodyElse, gid_t(-1)), 0);
+    HelperListener listener([&path] { return path; });
+    int entered = 0;
+    connect(&listener, &HelperListener::entered, this, [&entered] { ++entered; });
+    QLocalSocket root;
+    QLocalSocket own;
+    QCOMPARE(::seteuid(somebodyElse), 0);
+    const bool listens = listener.listen();
+    QCOMPARE(::seteuid(0), 0);
+    root.connectToServer(path);
+    QCOMPARE(::seteuid(somebodyElse), 0);
+    own.connectToServer(path);
+    QTest::ignoreMessage(QtWarningMsg, "Closed a connection of another user to the mini bar's server");
+    const bool turnedAway =
+        QTest::qWaitFor([&] { return entered == 1 && root.state() == QLocalSocket::UnconnectedState; });
+    QCOMPARE(::seteuid(0), 0);
+    QVERIFY2(listens, qPrintable(listener.errorString()));
+    QVERIFY(turnedAway);
+    QCOMPARE(own.state(), QLocalSocket::ConnectedState);
 }
 
 void TestHelperHost::handshakeDeadline_data()

@@ -47,6 +47,7 @@ private slots:
     void aNestedEventLoopTakesUpTheRest_data();
     void aNestedEventLoopTakesUpTheRest();
     void aDeafMainProcessDoesNotHoldTheBar();
+    void whatWaitsForADeafMainProcessIsBounded();
     void anyBytesAreSurvived();
 };
 
@@ -270,6 +271,26 @@ void ClientReadingSuite::aDeafMainProcessDoesNotHoldTheBar()
     QVERIFY(f.main.requests().isEmpty());
     f.main.setReading(true);
     QVERIFY(f.main.waitForRequests(40));
+}
+
+void ClientReadingSuite::whatWaitsForADeafMainProcessIsBounded()
+{
+    constexpr int length = 1'000'000;
+    ClientFixture f;
+    f.main.setReading(false);
+    const QJsonObject arguments{{QStringLiteral("text"), QString(length, QLatin1Char('x'))}};
+    int sent = 0;
+    while (f.client.sendRequest(QStringLiteral("X"), arguments))
+        ++sent;
+    QVERIFY2(qAbs(sent - LineDecoder::maximumLineLength / length) < 3, qPrintable(QString::number(sent)));
+    const QString refused =
+        QStringLiteral("error %1 TRANSPORT_ERROR Failed to send minibar request.").arg(sent + 1);
+    QCOMPARE(f.log.last(), refused);
+    QVERIFY(f.waitFor(QStringLiteral("error %1 TIMEOUT Minibar request timed out.").arg(sent)));
+    f.main.setReading(true);
+    QVERIFY(f.main.waitForRequests(sent));
+    QVERIFY(f.client.sendRequest(QStringLiteral("X"), {})); // as if nothing had been
+    QVERIFY(f.main.waitForRequests(sent + 1));
 }
 
 void ClientReadingSuite::anyBytesAreSurvived()

@@ -48,6 +48,7 @@ private slots:
     void doubleClickOpens();
     void clickAfterOpeningClickIsItsOwn();
     void secondOfTwoPressesClosesToo();
+    void pressThatFollowsTheKeyboardDoesNothing();
     void keyboardGoesWithTheSweep_data();
     void keyboardGoesWithTheSweep();
     void openMenuKeepsItsEdge();
@@ -140,6 +141,32 @@ void TestPopupClicks::secondOfTwoPressesClosesToo()
     QVERIFY(!isPopupShown());
     QTest::mouseRelease(target, Qt::LeftButton);
     QCOMPARE(rf.count(), 0);
+}
+
+// The press that has closed the keyboard closes neither the popup below it nor the bar.
+void TestPopupClicks::pressThatFollowsTheKeyboardDoesNothing()
+{
+    using Mode = RemoteMiniBarWindow::MiniBarMode;
+    QWidget elsewhere;
+    elsewhere.setGeometry(10, 500, 50, 50);
+    elsewhere.setAttribute(Qt::WA_ShowWithoutActivating);
+    elsewhere.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&elsewhere));
+    button("Sweep")->click();
+    m_window->findChild<LabelButton*>(QStringLiteral("btnStopFreq"))->click();
+    auto* const keyboard = m_window->findChild<TouchNumKeyboard*>();
+    QVERIFY(keyboard && QTest::qWaitForWindowExposed(keyboard));
+    keyboard->reject();
+    QTest::mouseClick(&elsewhere, Qt::LeftButton);
+    QVERIFY(isPopupShown());
+    QCOMPARE(m_window->mode(), Mode::Expanded);
+
+    QCoreApplication::processEvents();
+    QTest::mouseClick(&elsewhere, Qt::LeftButton);
+    QVERIFY(!isPopupShown());
+    QCOMPARE(m_window->mode(), Mode::Expanded);
+    QTest::mouseClick(&elsewhere, Qt::LeftButton);
+    QCOMPARE(m_window->mode(), Mode::Collapsed);
 }
 
 void TestPopupClicks::keyboardGoesWithTheSweep_data()

@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -24,6 +25,17 @@ void expectPlatformWarning(const char* operation)
         return;
     const QString text = QStringLiteral("This plugin does not support %1()").arg(QLatin1String(operation));
     QTest::ignoreMessage(QtWarningMsg, qPrintable(text));
+}
+
+void expectSilence()
+{
+    QTest::ignoreMessage(QtWarningMsg, "The mini bar does not answer");
+}
+
+void expectRestart()
+{
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("^The mini bar starts again in \\d+ ms\\.$")));
 }
 
 // The window in front of a new instrument.
@@ -72,9 +84,9 @@ struct Panel
 // Main window and mini bar taking turns; `mainVisible` is what the session asked for last.
 struct Turns
 {
-    explicit Turns(const HelperTimeouts& timeouts = {})
+    explicit Turns(const HelperTimeouts& timeouts = {}, const RestartSchedule& schedule = {})
         : f(timeouts)
-        , session(f.host)
+        , session(f.host, schedule)
     {
         QObject::connect(&session, &MiniBarSession::mainWindowWanted, &session,
                          [this](bool visible) { mainVisible = visible; });
@@ -101,11 +113,14 @@ private slots:
     void sweepAndModulationAreShown();
     void everyControlHasAName();
     void lastRequests();
+    void longStatusTakesNoRoomFromOthers();
     void minimiseButtonAndClose();
     void turns();
     void barThatDoesNotAnswer();
     void barThatDoesNotHide();
+    void barThatHangsWhileShown();
     void barThatDies();
+    void barThatDiesComesAgain();
     void minimiseStartsTheHelper();
     void minimiseWhileStarting();
     void options_data();
@@ -256,6 +271,29 @@ void TestSimulatorWindow::lastRequests()
     QVERIFY(!label->text().contains(QLatin1String("CMD2")));
 }
 
+void TestSimulatorWindow::longStatusTakesNoRoomFromOthers()
+{
+    Panel panel;
+    const auto heights = [&panel] {
+        QVector<int> all;
+        for (const char* name :
+             {"frequencyField", "levelField", "minimiseButton", "sweepDetail", "lastRequests"})
+            all += panel.find<QWidget>(name)->height();
+        return all;
+    };
+    panel.window.showStatus(QStringLiteral("The mini bar is ready."));
+    QCoreApplication::processEvents();
+    const QVector<int> before = heights();
+    auto* status = panel.find<QLabel>("statusLine");
+    QString text;
+    for (int lines = 1; lines <= 5; ++lines) {
+        text += QStringLiteral("The helper ended. It crashed. The mini bar starts ");
+        panel.window.showStatus(text.trimmed());
+        QTRY_VERIFY(status->height() >= status->heightForWidth(status->width()));
+        QCOMPARE(heights(), before);
+    }
+}
+
 void TestSimulatorWindow::minimiseButtonAndClose()
 {
     Panel panel;
@@ -302,6 +340,7 @@ void TestSimulatorWindow::barThatDoesNotAnswer()
     timeouts.acknowledge = 50ms;
     Turns t(timeouts);
     t.f.reachReady();
+    expectSilence();
     t.session.minimise(std::nullopt);
     QCOMPARE(t.f.helper.hear(), QStringLiteral("SHOW_MINIBAR"));
     QTRY_VERIFY(t.mainVisible);
@@ -319,11 +358,32 @@ void TestSimulatorWindow::barThatDoesNotHide()
     timeouts.acknowledge = 50ms;
     Turns t(timeouts);
     t.f.reachReady();
+    expectSilence();
     t.session.minimise(std::nullopt);
     t.f.helper.say(QStringLiteral("VISIBLE"));
     t.f.helper.say(QStringLiteral("RESTORE_REQUEST"));
     QTRY_VERIFY(t.mainVisible);
     QCOMPARE(t.session.status(), QStringLiteral("The mini bar does not answer."));
+}
+
+void TestSimulatorWindow::barThatHangsWhileShown()
+{
+    HelperTimeouts timeouts;
+    timeouts.acknowledge = timeouts.question = 50ms;
+    Turns t(timeouts);
+    t.f.reachReady();
+    t.session.minimise(std::nullopt);
+    QCOMPARE(t.f.helper.hear(), QStringLiteral("SHOW_MINIBAR"));
+    t.f.helper.say(QStringLiteral("VISIBLE"));
+    QTRY_COMPARE(t.session.status(), QStringLiteral("The mini bar is shown."));
+    expectSilence();
+    QCOMPARE(t.f.helper.hear(), QStringLiteral("SHOW_MINIBAR")); // is it still there?
+    QTRY_COMPARE(t.session.status(), QStringLiteral("The mini bar does not answer."));
+    QVERIFY(t.mainVisible);
+    QCOMPARE(t.f.helper.hear(), QStringLiteral("HIDE_MINIBAR"));
+    t.f.helper.say(QStringLiteral("VISIBLE"));
+    t.f.helper.say(QStringLiteral("HIDDEN"));
+    QTRY_COMPARE(t.session.status(), QStringLiteral("The mini bar is ready."));
 }
 
 void TestSimulatorWindow::barThatDies()
@@ -333,9 +393,29 @@ void TestSimulatorWindow::barThatDies()
     t.session.minimise(std::nullopt);
     QVERIFY(!t.mainVisible);
     expectEnd(QStringLiteral("Its exit code was 9."));
+    expectRestart();
     t.f.runner->end(9);
     QVERIFY(t.mainVisible);
-    QCOMPARE(t.session.status(), QStringLiteral("The helper ended. Its exit code was 9."));
+    QCOMPARE(t.session.status(), QStringLiteral("The helper ended. Its exit code was 9. The mini bar starts "
+                                                "again in 0.5 s."));
+}
+
+void TestSimulatorWindow::barThatDiesComesAgain()
+{
+    Turns t({}, {{1ms}, 60s});
+    t.f.reachReady();
+    t.session.minimise(std::nullopt);
+    expectEnd(QStringLiteral("It crashed."));
+    expectRestart();
+    t.f.runner->end(11, true);
+    t.f.helper.leave();
+    QTRY_COMPARE(t.f.runner->calls.count(QStringLiteral("start")), 2);
+    t.f.reachReady();
+    QCOMPARE(t.session.status(), QStringLiteral("The mini bar is ready."));
+    QVERIFY(t.mainVisible); // it is ready, and waits to be asked for
+    t.f.host.sendShutdown();
+    t.f.runner->end(0);
+    QCOMPARE(t.session.status(), QStringLiteral("The mini bar was shut down."));
 }
 
 void TestSimulatorWindow::minimiseStartsTheHelper()
@@ -344,9 +424,10 @@ void TestSimulatorWindow::minimiseStartsTheHelper()
     t.session.minimise(QPoint(1, 2));
     QVERIFY(t.mainVisible);
     expectEnd(QStringLiteral("The helper did not start: No such file"));
+    expectRestart();
     t.f.runner->fail(QStringLiteral("No such file"));
     QVERIFY(t.mainVisible);
-    QCOMPARE(t.session.status(), QStringLiteral("The helper did not start: No such file"));
+    QVERIFY(t.session.status().startsWith(QLatin1String("The helper did not start: No such file")));
     // A failed try is forgotten: the helper that starts later does not take the window away.
     t.session.start();
     t.f.reachReady();
@@ -380,6 +461,7 @@ void TestSimulatorWindow::options_data()
     row("positional", {QStringLiteral("tour.json")}, OptionsResult::Invalid,
         "Unexpected argument 'tour.json'.");
     row("anchor", {QStringLiteral("--anchor"), QStringLiteral("1200,40")}, OptionsResult::Run, "");
+    row("waveforms", {QStringLiteral("--waveforms"), QStringLiteral("/mine/data")}, OptionsResult::Run, "");
     row("bad anchor", {QStringLiteral("--anchor=1200")}, OptionsResult::Invalid, "'--anchor' needs");
 }
 
@@ -392,6 +474,8 @@ void TestSimulatorWindow::options()
     QTEST(parseOptions(QStringList{QStringLiteral("program")} + arguments, options, said), "result");
     QVERIFY2(said.contains(text) && said.isEmpty() == text.isEmpty(), qPrintable(said));
     QVERIFY(options.waveforms.endsWith(QLatin1String("/data")) || !text.isEmpty());
+    if (text.isEmpty()) // a folder that somebody has named is only read
+        QCOMPARE(options.ownWaveforms, !arguments.contains(QStringLiteral("--waveforms")));
     QVERIFY(options.helper.endsWith(QLatin1String("/TarvinelMiniBar")) || !text.isEmpty());
     if (arguments.contains(QStringLiteral("1200,40")))
         QCOMPARE(options.anchor, std::optional<QPoint>(QPoint(1200, 40)));

@@ -142,6 +142,12 @@ QRect BarView::placeOf(const QString& thing) const
     return found ? found->geometry : QRect();
 }
 
+bool BarView::chooseInMenu(int line, int lines) const
+{
+    const QRect menu = placeOf(QStringLiteral("menu"));
+    return click(QPoint(menu.center().x(), menu.top() + (2 * line + 1) * menu.height() / (2 * lines)));
+}
+
 QRect BarView::control(const QString& title, const QString& role, const QString& name) const
 {
     const auto node = m_accessibility.waitForNode(m_helperId, role, name);

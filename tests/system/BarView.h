@@ -19,6 +19,7 @@ public:
     [[nodiscard]] bool attach(qint64 helperId);
 
     [[nodiscard]] const TestSupport::Desktop& desktop() const { return m_desktop; }
+    [[nodiscard]] qint64 helperId() const { return m_helperId; }
     [[nodiscard]] TestSupport::WindowId barWindow() const { return m_bar; }
     // What the X server says about the bar; an empty record when it is not on the screen.
     [[nodiscard]] TestSupport::WindowFacts bar() const;
@@ -46,6 +47,8 @@ public:
     [[nodiscard]] bool waitForBeside(const QStringList& things) const;
     // Where one of them stands on the screen; empty when it is not there.
     [[nodiscard]] QRect placeOf(const QString& thing) const;
+    // Chooses a line of the open menu, from 0 on; all are of one height.
+    [[nodiscard]] bool chooseInMenu(int line, int lines) const;
     // Where a control of the window with this title stands, by its accessible role and name; empty when there
     // is none.
     [[nodiscard]] QRect control(const QString& title, const QString& role, const QString& name) const;

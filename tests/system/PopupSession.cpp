@@ -110,8 +110,7 @@ bool PopupSession::open(Thing thing)
 bool PopupSession::chooseInMenu(int line)
 {
     constexpr int lines = 3;
-    const QRect area = menu();
-    return m_bar.click(QPoint(area.center().x(), area.top() + (2 * line + 1) * area.height() / (2 * lines)));
+    return m_bar.chooseInMenu(line, lines);
 }
 
 bool PopupSession::settle()

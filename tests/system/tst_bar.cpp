@@ -41,6 +41,7 @@ private slots:
     void opacityFollowsPointer();
     void draggedByPointer_data();
     void draggedByPointer();
+    void shownAgainWhileDragged();
     void shortMoveIsClick();
     void hideAndShowKeepExpanded();
     void showMovesVisibleBar();
@@ -209,6 +210,27 @@ void TestBar::draggedByPointer()
         QVERIFY(session.collapse());
         QTRY_COMPARE(session.geometry(), start.translated(landing));
     }
+}
+
+void TestBar::shownAgainWhileDragged()
+{
+    BarSession session(m_display, m_accessibility);
+    QVERIFY(session.begin());
+    const QRect before = session.geometry();
+    const QPoint grip = session.centre(BarSession::Level);
+    const QPoint distance(-200, 120);
+    QVERIFY(session.desktop().press(grip));
+    QVERIFY(session.desktop().moveTo(grip + distance / 2));
+    QVERIFY(session.desktop().moveTo(grip + distance));
+    QVERIFY(session.desktop().waitForGeometry(session.bar().id, before.translated(distance)));
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(session.main().show()); // as a main process asks whether the bar is alive
+        QCOMPARE(session.geometry(), before.translated(distance));
+    }
+    QVERIFY(session.desktop().release());
+    QVERIFY(session.main().show());
+    QCOMPARE(session.geometry(), before.translated(distance));
+    QCOMPARE(session.main().count("REQ"), 0);
 }
 
 void TestBar::shortMoveIsClick()

@@ -8,6 +8,10 @@
 #include <QLoggingCategory>
 #include <QTimer>
 
+#ifdef Q_OS_UNIX
+#include <sys/socket.h>
+#endif
+
 using namespace MinibarHelperProtocol;
 
 namespace {
@@ -20,6 +24,8 @@ constexpr int requestTimeoutMs = 3000;
 constexpr int turnBudgetMs = 4;
 // A main process that sends faster than the bar can show waits once this much lies unread in the socket.
 constexpr qint64 readAheadBytes = 0x100000;
+// Once so much waits for a main process that does not read, nothing more is written.
+constexpr qint64 unsentLimit = LineDecoder::maximumLineLength;
 
 // What the log may show of a line: never the token.
 QString loggedLine(MinibarMessageType type, const QString& payload)
@@ -30,6 +36,20 @@ QString loggedLine(MinibarMessageType type, const QString& payload)
         return messageWord(type);
     return messageWord(type) + QLatin1Char(' ') +
            (type == MinibarMessageType::Auth ? QStringLiteral("<token>") : payload);
+}
+
+// The socket's own buffer would keep what has gone through it. Nothing may be waiting in there.
+bool writeSecret(QLocalSocket& socket, const QByteArray& line)
+{
+#ifdef Q_OS_UNIX
+    const int descriptor = static_cast<int>(socket.socketDescriptor());
+    return ::send(descriptor, line.constData(), static_cast<std::size_t>(line.size()), MSG_NOSIGNAL) ==
+           line.size();
+#else
+    const bool written = socket.write(line) == line.size();
+    socket.flush();
+    return written;
+#endif
 }
 
 } // namespace
@@ -70,7 +90,7 @@ bool MinibarClient::connectToHost(const QString& serverName, int timeoutMs)
 
 bool MinibarClient::send(MinibarMessageType type, const QString& payload)
 {
-    if (m_socket.state() != QLocalSocket::ConnectedState)
+    if (m_socket.state() != QLocalSocket::ConnectedState || m_socket.bytesToWrite() > unsentLimit)
         return false;
     const QByteArray line = encodeLine(type, payload);
     if (line.isEmpty() || m_socket.write(line) != line.size())
@@ -82,7 +102,14 @@ bool MinibarClient::send(MinibarMessageType type, const QString& payload)
 
 bool MinibarClient::sendAuth(const QString& token)
 {
-    return send(MinibarMessageType::Auth, token);
+    if (m_socket.state() != QLocalSocket::ConnectedState)
+        return false;
+    QByteArray line = encodeLine(MinibarMessageType::Auth, token);
+    const bool sent = writeSecret(m_socket, line);
+    line.fill('*');
+    if (sent)
+        qCDebug(wireLog).noquote() << "helper>" << loggedLine(MinibarMessageType::Auth, token);
+    return sent;
 }
 
 bool MinibarClient::sendReady()

@@ -27,9 +27,10 @@ public:
     // Waits for the connection, `timeoutMs` milliseconds at most.
     [[nodiscard]] bool connectToHost(const QString& serverName, int timeoutMs);
 
-    // These give false when the line could not be handed to the socket as a whole.
+    // These give false when the line could not be handed to the socket as a whole, or when more than the
+    // longest line waits there already for a main process that does not read.
     bool send(MinibarMessageType type, const QString& payload = QString());
-    bool sendAuth(const QString& token);
+    bool sendAuth(const QString& token); // before anything else; leaves no copy of the token behind
     bool sendReady();
     bool sendRestoreRequest();
     // The request is pending until its response, 3000 ms without one, or the end of the link. One that cannot

@@ -9,5 +9,6 @@ std::unique_ptr<QObject> makeItemsSuite();
 std::unique_ptr<QObject> makeBoundsSuite();
 std::unique_ptr<QObject> makeProfilesSuite();
 std::unique_ptr<QObject> makeWaveformFileSuite();
+std::unique_ptr<QObject> makeSampleWaveformsSuite();
 std::unique_ptr<QObject> makeWaveformsSuite();
 std::unique_ptr<QObject> makeOverTheLinkSuite();

@@ -7,6 +7,6 @@ int main(int argc, char* argv[])
 {
     const QCoreApplication app(argc, argv);
     return runSuites({makeItemsSuite, makeBoundsSuite, makeProfilesSuite, makeWaveformFileSuite,
-                      makeWaveformsSuite, makeOverTheLinkSuite},
+                      makeSampleWaveformsSuite, makeWaveformsSuite, makeOverTheLinkSuite},
                      QCoreApplication::arguments());
 }

@@ -2,8 +2,6 @@
 
 #include "support/Waiting.h"
 
-#include <QFile>
-
 using namespace TestSupport;
 
 Tour::Tour(const QString& stage, const QDir& folder)
@@ -21,12 +19,9 @@ bool Tour::begin()
         m_error = m_display.errorString() + m_accessibility.errorString();
         return false;
     }
-    m_bar.emplace(m_display, m_accessibility);
-    m_simulator.setProcessEnvironment(m_accessibility.environment());
-    m_simulator.start(m_stage + QStringLiteral("/bin/TarvinelSimulator"),
-                      {QStringLiteral("--print-traffic")});
-    if (!m_simulator.waitForStarted(defaultDeadline)) {
-        m_error = m_simulator.errorString();
+    m_session.emplace(m_display, m_accessibility);
+    if (!m_session->start(m_stage)) {
+        m_error = simulator().errorString();
         return false;
     }
     return true;
@@ -34,55 +29,15 @@ bool Tour::begin()
 
 WindowFacts Tour::mainWindow() const
 {
-    const auto windows = desktop().mappedWindows(m_simulator.processId());
+    const auto windows = desktop().mappedWindows(m_session->simulator().processId());
     return windows.isEmpty() ? WindowFacts() : windows.first();
 }
 
 bool Tour::clickInMainWindow(const QString& button) const
 {
-    const auto node =
-        m_accessibility.waitForNode(m_simulator.processId(), QStringLiteral("push button"), button);
+    const auto node = m_accessibility.waitForNode(m_session->simulator().processId(),
+                                                  QStringLiteral("push button"), button);
     return node && desktop().click(mainWindow().geometry.topLeft() + node->extents.center());
-}
-
-qint64 Tour::helperId() const
-{
-    const QStringList processes =
-        QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs);
-    for (const QString& process : processes) {
-        QFile file(QStringLiteral("/proc/%1/stat").arg(process));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        const QByteArray text = file.readAll();
-        // "id (name) state parent ..."; the name may hold anything.
-        const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-        if (fields.value(1).toLongLong() == m_simulator.processId())
-            return process.toLongLong();
-    }
-    return 0;
-}
-
-void Tour::readTraffic()
-{
-    m_traffic += m_simulator.readAllStandardOutput();
-}
-
-void Tour::markTraffic()
-{
-    readTraffic();
-    m_mark = m_traffic.size();
-}
-
-bool Tour::hasLine(const QByteArray& text)
-{
-    readTraffic();
-    const int found = m_traffic.indexOf(text, m_mark);
-    return found >= 0 && m_traffic.indexOf('\n', found) > found;
-}
-
-bool Tour::waitForLine(const QByteArray& text)
-{
-    return waitUntil([&] { return hasLine(text); });
 }
 
 bool Tour::picture(const QString& name) const

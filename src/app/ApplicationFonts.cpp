@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int mostFolders = 1000;                // a link may lead anywhere, to the root of the disk as well
-constexpr qint64 largestFont = 64 * 1024 * 1024; // bytes; fonts are read whole
+constexpr int mostFolders = 1000; // a link may lead anywhere, to the root of the disk as well
+constexpr qint64 largestFont = 64 * qint64(1024) * 1024; // bytes; fonts are read whole
 
 // Opening a pipe or a device through a link would never end.
 bool mayBeFont(const QFileInfo& file)

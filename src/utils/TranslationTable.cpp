@@ -7,7 +7,7 @@
 namespace Utils {
 namespace {
 
-constexpr qint64 largestTable = 16 * 1024 * 1024; // bytes of the texts that are kept
+constexpr qint64 largestTable = 16 * qint64(1024) * 1024; // bytes of the texts that are kept
 
 // No text and no context has a zero byte in it.
 QByteArray keyOf(const QByteArray& context, const QByteArray& source)

@@ -11,7 +11,8 @@ namespace Controls {
 namespace {
 
 constexpr int gap = 6;
-constexpr int rowHeight = 48;
+constexpr int usualRowHeight = 48;
+constexpr int lowestRowHeight = 32; // less than a finger wants, but all keys are on the screen
 // The left block is six narrow columns: three keys of two, two keys of three, one key of all six.
 constexpr int narrowColumns = 6;
 constexpr int narrowWidth = 33;
@@ -29,9 +30,9 @@ constexpr int repeatInterval = 80; // milliseconds
 constexpr char currentUnitProperty[] = "currentUnit";
 
 // Where a key stands that begins in this row and narrow column; the last column is the wide one.
-QRect cell(int row, int column, int rows, int columns)
+QRect cell(int row, int column, int rows, int columns, int rowHeight)
 {
-    constexpr int rowPitch = rowHeight + gap;
+    const int rowPitch = rowHeight + gap;
     constexpr int columnPitch = narrowWidth + gap;
     const bool reachesEnd = column + columns > endColumn;
     const int left = column * columnPitch;
@@ -78,13 +79,19 @@ Keypad::Keypad(const QVector<Unit>& units, const QString& stepText, QWidget* par
     const int endKeys = units.size() > 1 ? int(units.size()) + 1 : 1;
     const int rows = std::max(leftRows, endKeys);
     const int editRow = digitRows;
-    setFixedSize(cell(0, 0, rows, narrowColumns + 1).size());
+    m_rows = rows;
     addDigits();
     addEditKeys(editRow, rows > leftRows);
     if (hasSteps) {
         addStepKeys(editRow + 1, stepText);
     }
     addEndKeys(units, rows);
+    arrange(usualRowHeight);
+}
+
+void Keypad::setLargestHeight(int height)
+{
+    arrange(std::clamp((height + gap) / m_rows - gap, lowestRowHeight, usualRowHeight));
 }
 
 void Keypad::setCurrentUnit(int index)
@@ -114,9 +121,17 @@ KeypadKey* Keypad::add(const Key& key)
         button->setAutoRepeatDelay(repeatDelay);
         button->setAutoRepeatInterval(repeatInterval);
     }
-    button->setGeometry(cell(key.row, key.column, key.rows, key.columns));
+    m_keys.append({button, QRect(key.column, key.row, key.columns, key.rows)});
     connect(button, &KeypadKey::clicked, this, [this, action = key.action] { emit pressed(action); });
     return button;
+}
+
+void Keypad::arrange(int rowHeight)
+{
+    setFixedSize(cell(0, 0, m_rows, narrowColumns + 1, rowHeight).size());
+    for (const auto& [key, place] : qAsConst(m_keys)) {
+        key->setGeometry(cell(place.y(), place.x(), place.height(), place.width(), rowHeight));
+    }
 }
 
 void Keypad::addDigits()

@@ -2,6 +2,7 @@
 
 #include "controls/NumberEntry.h"
 
+#include <QPair>
 #include <QVector>
 #include <QWidget>
 #include <functional>
@@ -24,6 +25,8 @@ public:
     // An empty `stepText` stands for no step keys.
     Keypad(const QVector<Unit>& units, const QString& stepText, QWidget* parent);
 
+    // Makes the keys lower, as far as that goes, where they would be higher together than this, in pixels.
+    void setLargestHeight(int height);
     // Marks the key of the unit that is shown; -1 marks none.
     void setCurrentUnit(int index);
 
@@ -33,11 +36,14 @@ signals:
 private:
     struct Key;
     KeypadKey* add(const Key& key);
+    void arrange(int rowHeight);
     void addDigits();
     void addEditKeys(int firstRow, bool stacked);
     void addStepKeys(int row, const QString& stepText);
     void addEndKeys(const QVector<Unit>& units, int rows);
 
+    QVector<QPair<KeypadKey*, QRect>> m_keys; // each with its cells: columns and rows of the grid
+    int m_rows = 0;
     QVector<KeypadKey*> m_unitKeys;
     int m_currentUnit = -1;
 };

@@ -11,7 +11,7 @@ constexpr int columnGap = 8;
 constexpr int verticalInset = 10;
 constexpr int captionSize = 14;       // pixels
 constexpr int valueSize = 16;         // pixels
-constexpr int smallestValueSize = 12; // pixels
+constexpr int smallestValueSize = 11; // pixels; still read, and whole
 constexpr int contentHeight = 40;     // pixels; with the insets a value button is 60 high
 
 } // namespace

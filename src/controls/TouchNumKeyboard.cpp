@@ -67,6 +67,11 @@ QRect availableScreen(const QWidget* anchor, const QPoint& center)
     return (here ? here : anchor->screen())->availableGeometry();
 }
 
+QPoint centerOf(const QWidget* widget)
+{
+    return widget->mapToGlobal(widget->rect().center());
+}
+
 // What a physical key does to the entry; nothing for a key without a meaning here.
 Keypad::Action actionOf(const QKeyEvent& event)
 {
@@ -123,6 +128,7 @@ public:
             const NumericEntry& numericEntry);
 
     void build(const QString& titleText);
+    void fitInto(const QRect& screen);
     void placeBeside(const QWidget* anchor);
     void act(const Keypad::Action& action);
     void paste(QClipboard::Mode mode);
@@ -193,6 +199,15 @@ QLayout* TouchNumKeyboard::Private::buildTitleRow(const QString& text)
     row->addWidget(title, 1);
     row->addWidget(cancel);
     return row;
+}
+
+void TouchNumKeyboard::Private::fitInto(const QRect& screen)
+{
+    const int excess = q->height() - screen.height();
+    if (excess > 0) {
+        keypad->setLargestHeight(keypad->height() - excess);
+        q->layout()->activate();
+    }
 }
 
 void TouchNumKeyboard::Private::placeBeside(const QWidget* anchor)
@@ -269,7 +284,9 @@ TouchNumKeyboard::TouchNumKeyboard(std::unique_ptr<BaseUnitAdapter> adapter, con
     d->build(entry.title);
     d->refresh();
     ensurePolished();
-    layout()->activate(); // the size is fixed from here on
+    layout()->activate();
+    d->fitInto(availableScreen(anchor ? anchor : this, anchor ? centerOf(anchor) : pos()));
+    // The size is fixed from here on.
     tellWhenCut(d->title);
     tellWhenCut(d->limits);
     if (anchor) {

@@ -1,3 +1,4 @@
+#include "controls/Keypad.h"
 #include "controls/OpenedKeyboard.h"
 
 #include <QAccessible>
@@ -16,6 +17,8 @@ private slots:
     void plainNumberHasEnter();
     void keysAreLargeEnoughAndApart_data();
     void keysAreLargeEnoughAndApart();
+    void lowScreenGetsLowerKeys_data();
+    void lowScreenGetsLowerKeys();
     void tabReachesEveryKey();
     void longNumberIsNotCut();
     void longLabelsAreNotCutSilently();
@@ -90,6 +93,34 @@ void KeyboardLayoutTest::keysAreLargeEnoughAndApart()
             const bool apart = other == key || !rect.adjusted(-3, -3, 3, 3).intersects(place(other));
             QVERIFY2(apart, qPrintable(QString(key->objectName() + QLatin1Char(' ') + other->objectName())));
         }
+    }
+}
+
+void KeyboardLayoutTest::lowScreenGetsLowerKeys_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::addColumn<int>("height");
+    QTest::newRow("more than enough") << 500 << 318;
+    QTest::newRow("just enough") << 318 << 318;
+    QTest::newRow("one pixel too few") << 317 << 312;
+    QTest::newRow("half a small screen") << 238 << 234;
+    QTest::newRow("too low for any finger") << 100 << 222;
+}
+
+void KeyboardLayoutTest::lowScreenGetsLowerKeys()
+{
+    QFETCH(const int, room);
+    QFETCH(const int, height);
+    Controls::Keypad keypad(Quantities::frequency(), QStringLiteral("1 MHz"), nullptr);
+    keypad.setLargestHeight(room);
+    QCOMPARE(keypad.height(), height);
+    const auto keys = keypad.findChildren<QAbstractButton*>();
+    QCOMPARE(keys.size(), 21);
+    for (const QAbstractButton* key : keys) {
+        QVERIFY2(keypad.rect().contains(key->geometry()), qPrintable(key->objectName()));
+        for (const QAbstractButton* other : keys)
+            QVERIFY2(other == key || !other->geometry().intersects(key->geometry()),
+                     qPrintable(key->objectName()));
     }
 }
 

@@ -112,6 +112,7 @@ void StreamingPanelSuite::rowsTellWhatIsInTheFiles()
                           QStringLiteral("text.wav"), QStringLiteral("gone.wav"),
                           QDir(m_folder.path()).dirName()}));
     QCOMPARE(listOf(fixture)->item(0)->data(Qt::UserRole).toString(), plain);
+    QCOMPARE(listOf(fixture)->item(0)->toolTip(), rowsOf(fixture).first() + QLatin1Char('\n') + plain);
     QCOMPARE(listOf(fixture)->item(4)->toolTip(), QStringLiteral("/nowhere/gone.wav"));
     QCOMPARE(fixture.shown("btnTotalFiles"), QStringLiteral("6"));
     QCOMPARE(fixture.shown("btnTotalSamples"), QStringLiteral("1242"));

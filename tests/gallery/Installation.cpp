@@ -11,6 +11,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFontDatabase>
+#include <QLockFile>
+#include <QSaveFile>
 #include <QSettings>
 #include <QTranslator>
 
@@ -32,10 +34,14 @@ bool replaceFile(const QString& from, const QString& to)
     return QFile::copy(from, to);
 }
 
+// Whoever else uses the file meanwhile has it whole, and one that is there is not touched.
 bool write(const QString& path, const QByteArray& content)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    QFile before(path);
+    if (before.open(QIODevice::ReadOnly) && before.readAll() == content)
+        return true;
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
 }
 
 bool linkFolder(const QString& from, const QString& to)
@@ -91,6 +97,12 @@ const QStringList& languages()
 
 bool prepare()
 {
+    static QLockFile inUse(beside(QStringLiteral("gallery.lock")));
+    inUse.setStaleLockTime(0);
+    if (!inUse.tryLock()) {
+        qWarning("The gallery runs already; it has one installation only.");
+        return false;
+    }
     const QString configuration = beside(QStringLiteral("configuration/"));
     bool laid = QDir().mkpath(configuration);
     for (const char* name : {"theme.css", "theme_light.css"}) {
@@ -111,7 +123,7 @@ bool setTheme(bool light)
 
 QString sampleFiles()
 {
-    return beside(QStringLiteral("recordings"));
+    return QDir::cleanPath(QDir::tempPath() + QStringLiteral("/tarvinel-recordings"));
 }
 
 Language::Language(const QString& name)

@@ -14,12 +14,12 @@ namespace Installation {
 [[nodiscard]] const QStringList& languages();
 extern const QString doubledLanguage;
 
-// Lays settings, style sheets and fonts beside the program. To be called once, first.
-// False if files cannot be written.
+// Lays settings, style sheets and fonts beside the program, which one process at a time can do. To be called
+// once, first. False if files cannot be written.
 [[nodiscard]] bool prepare();
 // Writes the theme into the settings; what is built from now on has it.
 [[nodiscard]] bool setTheme(bool light);
-// A folder with waveform files and folders of them, the same in every run.
+// A folder with waveform files and folders of them, the same in every run and wherever the program lies.
 [[nodiscard]] QString sampleFiles();
 
 // The texts and the faces of a language, as the program has them from its start to its end; here as long as

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QLocalSocket>
 
+#include <algorithm>
 #include <limits>
 
 using namespace Host;
@@ -43,6 +44,9 @@ const HelperHost::Step HelperHost::s_steps[] = {
 namespace {
 
 using State = HelperHost::State;
+
+// The helper waits three seconds for an answer: by then nobody has clicked more often.
+constexpr int mostOpenRequests = 1000;
 
 // How long a state may last, and what comes when it lasts longer. States with the same limit share one span.
 struct Limit
@@ -188,6 +192,8 @@ void HelperHost::onRequest(const QString& payload)
         return;
     }
     m_openRequests.insert(request.id);
+    if (m_openRequests.size() > mostOpenRequests) // the helper has long given it up
+        m_openRequests.erase(std::min_element(m_openRequests.begin(), m_openRequests.end()));
     emit requestReceived(request.id, request.command, request.arguments);
 }
 

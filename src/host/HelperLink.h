@@ -25,7 +25,7 @@ public:
     // longest lines. A helper that lets more pile up, or reads nothing for `patience`, breaks the link.
     static constexpr qint64 unreadLimit = 2LL * LineDecoder::maximumLineLength;
     // Beyond this a new state does not queue behind older ones.
-    static constexpr qint64 congestion = 0x100000;
+    static constexpr qint64 congestion = 0x10000;
 
     // Takes the connected socket over. Neither traffic nor log ever show the token.
     HelperLink(QLocalSocket* socket, const QString& token, std::chrono::milliseconds patience,

@@ -46,6 +46,7 @@ private slots:
     void newestStateWaitsForASlowReader();
     void helperThatReadsNothingIsEnded();
     void unreadBytesAreBounded();
+    void unansweredRequestsAreForgotten();
 };
 
 void TestHelperSilence::visibleBarIsAsked()
@@ -180,6 +181,21 @@ void TestHelperSilence::unreadBytesAreBounded()
     QVERIFY2(taken <= HelperLink::unreadLimit + 2 * bytes.size(), qPrintable(QString::number(taken)));
     QVERIFY(taken >= HelperLink::unreadLimit);
     QTRY_COMPARE(closed.count(), 1);
+}
+
+void TestHelperSilence::unansweredRequestsAreForgotten()
+{
+    constexpr int most = 1000;
+    HostFixture f;
+    f.reachReady();
+    QSignalSpy requests(&f.host, &HelperHost::requestReceived);
+    for (int id = 1; id <= most + 1; ++id)
+        f.helper.say(QStringLiteral(R"(REQ {"v":1,"id":%1,"cmd":"A","args":{}})").arg(id));
+    QTRY_COMPARE(requests.count(), most + 1);
+    QTest::ignoreMessage(QtWarningMsg, "No request is open under the id 1");
+    QVERIFY(!f.host.respond(1, {}));
+    QVERIFY(f.host.respond(2, {}));
+    QVERIFY(f.host.respond(most + 1, {}));
 }
 
 QTEST_GUILESS_MAIN(TestHelperSilence)

@@ -47,6 +47,7 @@ private slots:
     void aNestedEventLoopTakesUpTheRest_data();
     void aNestedEventLoopTakesUpTheRest();
     void aDeafMainProcessDoesNotHoldTheBar();
+    void slowReceiverReadsNotAhead();
     void whatWaitsForADeafMainProcessIsBounded();
     void anyBytesAreSurvived();
 };
@@ -271,6 +272,26 @@ void ClientReadingSuite::aDeafMainProcessDoesNotHoldTheBar()
     QVERIFY(f.main.requests().isEmpty());
     f.main.setReading(true);
     QVERIFY(f.main.waitForRequests(40));
+}
+
+void ClientReadingSuite::slowReceiverReadsNotAhead()
+{
+    constexpr int lines = 1000;
+    constexpr qint64 mostTaken = 800'000; // of 10 MB
+    ClientFixture f;
+    int handled = 0;
+    QObject::connect(&f.client, &MinibarClient::snapshotReceived, &f.client, [&handled] {
+        ++handled;
+        QThread::msleep(5); // slow on purpose
+    });
+    const QByteArray line =
+        R"(EVT {"event":"STAT:SNAP","payload":{"x":")" + QByteArray(10'000, 'x') + "\"}}\n";
+    f.main.sendBytes(line.repeated(lines));
+    for (const int mark : {10, 50, 100}) {
+        QVERIFY(TestSupport::waitUntil([&] { return handled >= mark; }));
+        const qint64 waiting = qint64(lines - handled) * line.size() - f.main.unreadBytes();
+        QVERIFY2(waiting < mostTaken, qPrintable(QString::number(waiting)));
+    }
 }
 
 void ClientReadingSuite::whatWaitsForADeafMainProcessIsBounded()

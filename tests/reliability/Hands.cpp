@@ -56,14 +56,8 @@ bool Hands::act(qint64 processId)
     const QVector<WindowFacts> windows = m_desktop.mappedWindows(processId);
     if (windows.isEmpty())
         return false;
-    QVector<QRect> places;
-    for (const WindowFacts& window : windows)
-        places += window.geometry;
-    if (places != m_windows || below(10) == 0) {
-        m_windows = places;
-        m_tree = m_accessibility.application(processId);
-    }
-    const QRect window = places[below(places.size())];
+    const QRect window = windows[below(windows.size())].geometry;
+    look(processId, windows);
     const QRect area = below(4) == 0 ? window : control(window);
     const QString place = at(somewhere(area));
     const int kind = below(m_mood == Mood::Taps ? 10 : 20);
@@ -82,6 +76,19 @@ bool Hands::act(qint64 processId)
     else
         say(place + QStringLiteral("click --repeat 2 --delay 5 1"));
     return true;
+}
+
+// Reading the tree takes long, so it is kept for the next time that windows of these sizes are shown.
+void Hands::look(qint64 processId, const QVector<WindowFacts>& windows)
+{
+    QString sizes;
+    for (const WindowFacts& window : windows)
+        sizes += QStringLiteral("%1x%2 ").arg(window.geometry.width()).arg(window.geometry.height());
+    m_tree = m_trees.value(sizes);
+    if (m_tree && below(50) != 0)
+        return;
+    m_tree = m_accessibility.application(processId);
+    m_trees.insert(sizes, m_tree);
 }
 
 QRect Hands::control(const QRect& window)

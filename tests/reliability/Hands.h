@@ -4,6 +4,7 @@
 #include "support/ChildProcess.h"
 #include "support/Desktop.h"
 
+#include <QHash>
 #include <QSet>
 #include <random>
 
@@ -35,6 +36,7 @@ public:
 private:
     [[nodiscard]] int below(int limit);
     [[nodiscard]] QPoint somewhere(const QRect& area);
+    void look(qint64 processId, const QVector<TestSupport::WindowFacts>& windows);
     // A control of the window, in screen pixels; the window itself when it has none.
     [[nodiscard]] QRect control(const QRect& window);
     void say(const QString& commands);
@@ -46,7 +48,7 @@ private:
     std::mt19937 m_random;
     qint64 m_actions = 0;
     QSet<QString> m_controls;
-    // The programs' widgets as they were when the windows were these.
-    QVector<QRect> m_windows;
-    std::optional<TestSupport::AccessibleNode> m_tree;
+    using Tree = std::optional<TestSupport::AccessibleNode>;
+    Tree m_tree;                  // the program's widgets
+    QHash<QString, Tree> m_trees; // by the sizes of the windows that were shown
 };

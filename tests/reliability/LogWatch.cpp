@@ -11,7 +11,7 @@ void collect(QtMsgType type, const QMessageLogContext& context, const QString& t
 {
     const bool ofPlatform = text.contains(QLatin1String("This plugin does not support ")) ||
                             text.contains(QLatin1String("XDG_RUNTIME_DIR not set"));
-    if (type == QtDebugMsg || type == QtInfoMsg)
+    if (type == QtDebugMsg || type == QtInfoMsg || type == QtFatalMsg) // the last is never read from the list
         previous(type, context, text);
     else if (!ofPlatform)
         collected += text;

@@ -20,7 +20,9 @@ void MainSession::adoptOrphans()
 MainSession::MainSession(const PrivateDisplay& display, const Accessibility& accessibility)
     : m_bar(display, accessibility)
 {
-    m_main.setProcessEnvironment(accessibility.environment());
+    QProcessEnvironment environment = accessibility.environment();
+    environment.insert(QStringLiteral("TMPDIR"), m_folder.path()); // where its server's socket is left behind
+    m_main.setProcessEnvironment(environment);
     m_main.setWorkingDirectory(m_folder.path());
 }
 

@@ -109,14 +109,16 @@ void FakeMain::answer(int requestId, bool ok, const QJsonObject& extra)
     sendLine("RSP", QJsonDocument(response).toJson(QJsonDocument::Compact));
 }
 
+qint64 FakeMain::unreadBytes() const
+{
+    int inSocket = 0;
+    const bool known = ioctl(int(m_socket->socketDescriptor()), SIOCOUTQ, &inSocket) == 0;
+    return m_socket->bytesToWrite() + (known ? inSocket : 1);
+}
+
 bool FakeMain::waitUntilRead() const
 {
-    const auto isUnread = [this] {
-        int unread = 0;
-        return m_socket->bytesToWrite() > 0 ||
-               ioctl(int(m_socket->socketDescriptor()), SIOCOUTQ, &unread) != 0 || unread > 0;
-    };
-    return waitUntil([&] { return !isConnected() || !isUnread(); }) && isConnected();
+    return waitUntil([&] { return !isConnected() || unreadBytes() == 0; }) && isConnected();
 }
 
 void FakeMain::setReading(bool reading)

@@ -43,6 +43,9 @@ public:
     void sendSnapshot(const QJsonObject& snapshot);
     // An RSP line; `extra` adds or replaces keys.
     void answer(int requestId, bool ok, const QJsonObject& extra = QJsonObject());
+    // What the helper has not taken out of the socket yet, in bytes; what lies in the socket itself counts
+    // with the system's own wrapping.
+    [[nodiscard]] qint64 unreadBytes() const;
     // Everything sent so far has been taken out of the socket by the helper; false if it has hung up instead.
     [[nodiscard]] bool waitUntilRead() const;
     // While not reading, what the helper sends stays in the socket until it is full.

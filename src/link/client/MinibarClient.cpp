@@ -23,7 +23,9 @@ constexpr int requestTimeoutMs = 3000;
 // Longest time that lines are handed out before the event loop gets its turn.
 constexpr int turnBudgetMs = 4;
 // A main process that sends faster than the bar can show waits once this much lies unread in the socket.
-constexpr qint64 readAheadBytes = 0x100000;
+constexpr qint64 readAheadBytes = 0x40000;
+// What has not been handed out keeps more from being taken over, unless it is a line without its end.
+constexpr int takenAheadBytes = 0x20000;
 // Once so much waits for a main process that does not read, nothing more is written.
 constexpr qint64 unsentLimit = LineDecoder::maximumLineLength;
 
@@ -60,7 +62,7 @@ MinibarClient::MinibarClient(QObject* parent)
     registerChangeRequests();
     m_socket.setReadBufferSize(readAheadBytes);
     connect(&m_socket, &QLocalSocket::readyRead, this, [this] {
-        receive();
+        takeAhead();
         postTurn();
     });
     connect(&m_socket, &QLocalSocket::disconnected, this, [this] {
@@ -158,18 +160,26 @@ void MinibarClient::changeModulation(const ModChangeRequest& request)
     sendRequest(Commands::SOUR_MOD_CONF, request.toJson());
 }
 
-// Takes over what has arrived. The decoder is left alone while it holds a full line's worth that is still to
-// be handed out, so that the memory in use is bounded whatever the main process sends.
-void MinibarClient::receive()
+// Takes over a piece of what has arrived; false when there is nothing.
+bool MinibarClient::receive()
 {
-    while (m_socket.bytesAvailable() > 0 && m_decoder.bufferedBytes() <= LineDecoder::maximumLineLength) {
-        const int room = static_cast<int>(qMin(m_socket.bytesAvailable(), readAheadBytes));
-        const qint64 received =
-            m_listening ? m_socket.read(m_decoder.beginWrite(room), room) : m_socket.skip(room);
-        if (received <= 0)
-            return;
-        if (m_listening)
-            m_decoder.endWrite(static_cast<int>(received));
+    const int room = static_cast<int>(qMin(m_socket.bytesAvailable(), readAheadBytes));
+    if (room <= 0)
+        return false;
+    const qint64 received =
+        m_listening ? m_socket.read(m_decoder.beginWrite(room), room) : m_socket.skip(room);
+    if (received <= 0)
+        return false;
+    if (m_listening)
+        m_decoder.endWrite(static_cast<int>(received));
+    return true;
+}
+
+// Before a line is obeyed, because what the socket holds is lost when the answer finds it closed; but not far
+// ahead: what the bar cannot show in time is to wait at the main process, which can replace it.
+void MinibarClient::takeAhead()
+{
+    while (m_decoder.bufferedBytes() <= takenAheadBytes && receive()) {
     }
 }
 
@@ -195,8 +205,11 @@ void MinibarClient::handOutLines()
     turn.start();
     QByteArray line;
     do {
-        receive();
-        switch (m_decoder.next(line)) {
+        takeAhead();
+        LineDecoder::Result result = m_decoder.next(line);
+        while (result == LineDecoder::Result::NeedsMore && receive())
+            result = m_decoder.next(line);
+        switch (result) {
         case LineDecoder::Result::NeedsMore:
             if (m_linkLost)
                 closeLink();

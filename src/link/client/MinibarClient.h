@@ -58,7 +58,8 @@ signals:
     void disconnected();
 
 private:
-    void receive();
+    bool receive();
+    void takeAhead();
     void postTurn();
     void handOutLines();
     void refuseOversizedLine();

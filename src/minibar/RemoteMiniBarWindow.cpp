@@ -256,7 +256,7 @@ void RemoteMiniBarWindow::setControlsEnabled(bool enabled)
 
 void RemoteMiniBarWindow::toggleRf()
 {
-    refreshStatusLabels(); // undoes the button's own toggling
+    refreshStatusLabels(); // a button may have toggled itself
     emit rfChangeRequested(!m_status.rfOn);
 }
 

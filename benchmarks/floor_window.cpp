@@ -4,6 +4,7 @@
 //
 //   core      no window, no socket: it starts and stays
 //   window    shows its window at once
+//   text      the same, with a word in it: the first text loads the fonts
 //   wire      connects, says READY, and obeys lines: SHOW, HIDE, and TURN to another colour; says CLICK for a
 //   click
 #include <QApplication>
@@ -19,8 +20,9 @@ constexpr QRect place(767, 100, 134, 228); // as the collapsed bar
 class FloorWindow final : public QWidget
 {
 public:
-    FloorWindow()
+    explicit FloorWindow(const QString& text)
         : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+        , m_text(text)
     {
         setAttribute(Qt::WA_QuitOnClose, false);
         setFixedSize(place.size());
@@ -40,6 +42,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(rect(), m_turned ? Qt::blue : Qt::gray);
+        painter.drawText(rect(), Qt::AlignCenter, m_text);
     }
     void mouseReleaseEvent(QMouseEvent*) override { say("CLICK\n"); }
 
@@ -59,6 +62,7 @@ private:
     }
 
     QLocalSocket m_socket;
+    QString m_text;
     bool m_turned = false;
 };
 
@@ -75,8 +79,9 @@ int main(int argc, char* argv[])
     const QString only = after(QStringLiteral("--only"));
     if (only == QLatin1String("core"))
         return QApplication::exec();
-    FloorWindow window;
-    if (only == QLatin1String("window"))
+    const bool hasText = only == QLatin1String("text");
+    FloorWindow window(hasText ? QStringLiteral("Frequency") : QString());
+    if (hasText || only == QLatin1String("window"))
         window.show();
     else if (!window.connectTo(after(QStringLiteral("--server"))))
         return 1;

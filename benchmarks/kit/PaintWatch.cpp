@@ -22,6 +22,7 @@ double PaintWatch::timeOf(const std::function<void()>& action, const std::functi
 {
     m_painted = false;
     m_target = nullptr;
+    const double cpuBefore = threadCpuMs();
     const Stopwatch clock;
     action();
     m_target = find();
@@ -30,7 +31,9 @@ double PaintWatch::timeOf(const std::function<void()>& action, const std::functi
         QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
         require(clock.ms() < patience, "never painted");
     }
-    return clock.ms();
+    const double time = clock.ms();
+    m_lastCpu = threadCpuMs() - cpuBefore;
+    return time;
 }
 
 bool PaintWatch::eventFilter(QObject* watched, QEvent* event)

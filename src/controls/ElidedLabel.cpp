@@ -8,6 +8,12 @@
 
 namespace Controls {
 
+namespace {
+
+constexpr int roundedOff = 1; // advances are rounded, the elision is exact
+
+} // namespace
+
 ElidedLabel::ElidedLabel(QWidget* parent, int lines)
     : QLabel(parent)
     , m_lines(lines)
@@ -36,8 +42,29 @@ void ElidedLabel::setElideMode(Qt::TextElideMode mode)
     update();
 }
 
+// Measuring shapes the text, which is the dearest thing that happens to a label; most texts are asked for
+// often.
+int ElidedLabel::textWidth() const
+{
+    const QString now = text();
+    if (m_measuredWidth < 0 || m_measuredText != now) {
+        m_measuredText = now;
+        m_measuredWidth = fontMetrics().horizontalAdvance(now) + roundedOff;
+    }
+    return m_measuredWidth;
+}
+
+// The whole text stands in one line, in full size.
+bool ElidedLabel::fits() const
+{
+    return textWidth() <= contentsRect().width();
+}
+
 QStringList ElidedLabel::shownLines() const
 {
+    if (fits()) {
+        return {text()};
+    }
     if (m_lines == 1) {
         const QFontMetrics metrics(fittingFont());
         return {metrics.elidedText(text(), m_elideMode, contentsRect().width())};
@@ -53,7 +80,7 @@ bool ElidedLabel::isCut() const
 QFont ElidedLabel::fittingFont() const
 {
     QFont fitting = font();
-    if (m_lines > 1 || m_smallestSize == 0) {
+    if (m_lines > 1 || m_smallestSize == 0 || fits()) {
         return fitting;
     }
     const int width = contentsRect().width();
@@ -67,10 +94,8 @@ QFont ElidedLabel::fittingFont() const
 QSize ElidedLabel::sizeHint() const
 {
     const QMargins margins = contentsMargins();
-    const QFontMetrics metrics = fontMetrics();
-    constexpr int roundedOff = 1; // advances are rounded, the elision is exact
-    return {metrics.horizontalAdvance(text()) + roundedOff + margins.left() + margins.right(),
-            metrics.height() * m_lines + margins.top() + margins.bottom()};
+    return {textWidth() + margins.left() + margins.right(),
+            fontMetrics().height() * m_lines + margins.top() + margins.bottom()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -92,6 +117,7 @@ void ElidedLabel::changeEvent(QEvent* event)
 {
     QLabel::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        m_measuredWidth = -1;
         emit metricsChanged();
     }
 }

@@ -5,8 +5,7 @@
 namespace Controls {
 
 // A label for plain text that shortens what it shows, with an ellipsis, when the text does not fit; text()
-// stays the whole text. It looks at its own font each time, so a change of size, font or style sheet needs
-// nobody's care.
+// stays the whole text. It notices when its text, font or size has changed, so that this needs nobody's care.
 class ElidedLabel final : public QLabel
 {
     Q_OBJECT
@@ -39,11 +38,16 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    [[nodiscard]] int textWidth() const;
+    [[nodiscard]] bool fits() const;
     [[nodiscard]] QFont fittingFont() const;
 
     int m_lines;
     int m_smallestSize = 0;
     Qt::TextElideMode m_elideMode = Qt::ElideRight;
+    // The last text that was measured, and its width in the font that was not fitted; pixels, negative: none.
+    mutable QString m_measuredText;
+    mutable int m_measuredWidth = -1;
 };
 
 } // namespace Controls

@@ -159,14 +159,29 @@ QSize InfoButton::contentSize() const
     return m_textLabel->sizeHint();
 }
 
-// Does not polish the labels: style sheets select them by names that the button may be given later. When they
-// are polished, their metrics change and the button is arranged again.
+// Measuring a text loads its font, so a button that is not shown waits: its fonts may still be those from
+// before the style sheet, and its texts may change many times until it is seen.
 void InfoButton::rearrange()
 {
+    updateGeometry();
+    if (isVisible()) {
+        arrangeNow();
+    }
+}
+
+void InfoButton::arrangeNow()
+{
+    if (m_arranging) {
+        return;
+    }
+    m_arranging = true;
+    for (const ElidedLabel* label : qAsConst(m_labels)) {
+        label->ensurePolished();
+    }
     const int side = isCentred() ? centredInset : inset;
     arrange(rect().adjusted(side, 0, -side, 0));
     tellCutTexts();
-    updateGeometry();
+    m_arranging = false;
 }
 
 // A style sheet cannot ask for the state of a label's parent, so each label carries it.
@@ -238,6 +253,12 @@ void InfoButton::resizeEvent(QResizeEvent* event)
 {
     QAbstractButton::resizeEvent(event);
     rearrange();
+}
+
+void InfoButton::showEvent(QShowEvent* event)
+{
+    QAbstractButton::showEvent(event);
+    arrangeNow();
 }
 
 void InfoButton::keyPressEvent(QKeyEvent* event)

@@ -58,16 +58,18 @@ protected:
     // What the labels want, without the inset around them.
     [[nodiscard]] virtual QSize contentSize() const;
 
-    // To be called when a text or an alignment has changed.
+    // To be called when a text or an alignment has changed. Nothing is done while nobody can see it.
     void rearrange();
 
     [[nodiscard]] bool hitButton(const QPoint& position) const override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
 private:
+    void arrangeNow();
     void tellLabels(bool checked);
     void tellCutTexts();
 
@@ -77,4 +79,5 @@ private:
     QColor m_pressedColor;
     bool m_readOnly = false;
     bool m_focusByKeyboard = false;
+    bool m_arranging = false; // polishing the labels changes their metrics
 };

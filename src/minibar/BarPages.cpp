@@ -18,6 +18,16 @@ constexpr int toggleHeight = 28;
 const QLatin1String toggleName("miniBarToggleButton");
 const QLatin1String commandName("miniBarCommandButton");
 
+// A button that is checked when the instrument says so, and never by a click.
+class ConfirmedButton final : public LabelButton
+{
+public:
+    using LabelButton::LabelButton;
+
+protected:
+    void nextCheckState() override {}
+};
+
 // Style sheets reach a label by its own properties only, so the button's checked state is told to its labels.
 void refreshParentChecked(LabelButton* button)
 {
@@ -33,7 +43,7 @@ void refreshParentChecked(LabelButton* button)
 
 LabelButton* addInfoButton(QWidget* page, const QString& text, const QString& info, bool checkable)
 {
-    auto* button = new LabelButton(page);
+    auto* button = new ConfirmedButton(page);
     button->setObjectName(QStringLiteral("miniBarInfoButton"));
     button->setFixedSize(buttonWidth, buttonHeight);
     button->setCursor(Qt::PointingHandCursor);

@@ -104,6 +104,8 @@ void BarPopups::buildMod()
         m_modEditor = new RemoteModEditorHost(dialog);
         return m_modEditor;
     });
+    // Before there is an editor, which would be styled without it and then again.
+    m_mod.setStyleSheet(modPopupStyleSheet(readThemeSetting()));
     connect(m_modEditor, &RemoteModEditorHost::changeRequested, this, &BarPopups::modChangeRequested);
     connect(m_modEditor, &RemoteModEditorHost::numericEditRequested, this, &BarPopups::editModField);
 }

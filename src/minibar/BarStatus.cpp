@@ -4,8 +4,6 @@
 #include "minibar/Logging.h"
 #include "utils/NumberText.h"
 
-#include <QJsonObject>
-
 namespace Keys = MinibarHelperProtocol::Keys;
 
 bool BarStatus::apply(const QJsonObject& snapshot)
@@ -53,10 +51,15 @@ void BarStatus::applyTransmitter(const QJsonObject& tx)
     levelUnit = tx.value(Keys::levelUnit).toString();
 }
 
+// Comparing costs a third of reading anew, and most snapshots change neither sweep nor modulation. What is
+// malformed is read each time, and told each time.
 void BarStatus::applySweep(const QJsonObject& snapshot)
 {
-    sweepPresent = false;
     const QJsonValue value = snapshot.value(Keys::sweep);
+    if (sweepPresent && value == m_sweepSource)
+        return;
+    m_sweepSource = value;
+    sweepPresent = false;
     if (value.isObject()) {
         QString error;
         sweepPresent = MinibarHelperProtocol::parseSweepSnapshot(value.toObject(), &sweep, &error);
@@ -69,6 +72,9 @@ void BarStatus::applySweep(const QJsonObject& snapshot)
 
 void BarStatus::applyModulation(const QJsonObject& mod)
 {
+    if (mod == m_modulationSource)
+        return;
+    m_modulationSource = mod;
     ModSnapshot parsed = MinibarHelperProtocol::parseModSnapshot(mod);
     modulationOn = parsed.enabled;
     enabledBusinessId = std::move(parsed.enabledBusinessId);

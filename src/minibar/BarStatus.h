@@ -4,10 +4,9 @@
 #include "link/SweepSnapshot.h"
 
 #include <QCoreApplication>
+#include <QJsonObject>
 #include <QString>
 #include <QVector>
-
-class QJsonObject;
 
 // What the main process last confirmed, as far as the bar shows or edits it.
 struct BarStatus
@@ -41,4 +40,8 @@ private:
     void applyTransmitter(const QJsonObject& tx);
     void applySweep(const QJsonObject& snapshot);
     void applyModulation(const QJsonObject& mod);
+
+    // What sweep and modulation have been read from.
+    QJsonValue m_sweepSource;
+    QJsonObject m_modulationSource;
 };

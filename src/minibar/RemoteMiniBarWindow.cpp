@@ -64,10 +64,12 @@ RemoteMiniBarWindow::RemoteMiniBarWindow(QWidget* parent)
                                            m_status, m_numericEdit,
                                            [this] { return QRect(m_placedPosition, size()); });
     connectButtons();
-    repolish(this);
+    // All have their names now, by which the style sheet selects them.
     const QList<QWidget*> descendants = findChildren<QWidget*>();
+    repolish(this);
     for (QWidget* descendant : descendants)
         repolish(descendant);
+    ensurePolished();
     // The style sheet has a say in the buttons' sizes, so the pages are measured once it is in force.
     m_collapsedSize = withMargins(m_pages->collapsedPage);
     m_expandedSize = withMargins(m_pages->expandedPage);
@@ -254,7 +256,7 @@ void RemoteMiniBarWindow::setControlsEnabled(bool enabled)
 
 void RemoteMiniBarWindow::toggleRf()
 {
-    refreshStatusLabels(); // undoes the button's own toggling
+    refreshStatusLabels(); // a button may have toggled itself
     emit rfChangeRequested(!m_status.rfOn);
 }
 

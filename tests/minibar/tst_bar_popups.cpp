@@ -75,6 +75,7 @@ private slots:
     void keptBusinessReloadsThePopup();
     void everythingCloses_data();
     void everythingCloses();
+    void dropDownClosesFirst_data();
     void dropDownClosesFirst();
     void deactivationClosesOneThingAtATime();
     void pressOnTheBarClosesThePopupAndNothingElse();
@@ -363,6 +364,8 @@ void TestBarPopups::menuChoiceOpensThePopup()
     QVERIFY(dialog->findChild<QWidget*>(QStringLiteral("remoteModEditorHost")));
     QCOMPARE(dialog->styleSheet(), modPopupStyleSheet(true));
     QVERIFY(!menu()->isVisible());
+    for (int i : {0, 1}) // the choice marks nothing: AM is still the one that is on
+        QCOMPARE(menu()->actions().at(i)->isChecked(), i == 0);
     QCOMPARE(requests.count(), 0); // the menu itself asks for nothing
     const QRect rect(dialog->mapToGlobal(QPoint(0, 0)), dialog->size());
     QCOMPARE(rect.width(), 560);
@@ -469,11 +472,27 @@ void TestBarPopups::everythingCloses()
     QCOMPARE(m_sweepRequests->count(), 0);
 }
 
+void TestBarPopups::dropDownClosesFirst_data()
+{
+    QTest::addColumn<bool>("sweep");
+    QTest::addColumn<QString>("selector");
+    QTest::newRow("sweep") << true << "btnMode";
+    QTest::newRow("mod") << false << "btnShape";
+}
+
 void TestBarPopups::dropDownClosesFirst()
 {
-    openSweep();
-    QTest::mouseClick(popup(sweepName)->findChild<EnumTextButton*>(QStringLiteral("btnMode")),
-                      Qt::LeftButton);
+    QFETCH(bool, sweep);
+    QFETCH(QString, selector);
+    const char* const name = sweep ? sweepName : modName;
+    if (sweep) {
+        openSweep();
+    } else {
+        m_window->applySnapshot(
+            snapshot(R"({"businesses":[{"id":"am","name":"AM","text":"AM","editorKind":"am"}]})"));
+        openMod(0);
+    }
+    QTest::mouseClick(popup(name)->findChild<EnumTextButton*>(selector), Qt::LeftButton);
     const QPointer<PopupWidget> dropDown = m_window->findChild<PopupWidget*>();
     QVERIFY(dropDown && dropDown->isVisible());
     const auto pressBar = [this] {
@@ -481,10 +500,10 @@ void TestBarPopups::dropDownClosesFirst()
     };
     pressBar();
     QTRY_VERIFY(!dropDown || !dropDown->isVisible());
-    QVERIFY(isShown(sweepName));
+    QVERIFY(isShown(name));
     QCoreApplication::processEvents();
     pressBar();
-    QVERIFY(!isShown(sweepName));
+    QVERIFY(!isShown(name));
     QCOMPARE(m_window->mode(), Mode::Expanded);
 }
 

@@ -93,6 +93,7 @@ private slots:
     void anchorUnsetIsIgnored();
     void anchorMovesAVisibleBar();
     void expandAndCollapse();
+    void expandingTakesTheKeyboard();
     void expansionIsPushedOnScreenAndCollapseReturns();
     void hideAndShowKeepModeAndPlace();
     void showKeepsTheModeOfAVisibleBar();
@@ -304,6 +305,21 @@ void TestBarWindow::expandAndCollapse()
     QVERIFY(collapsed(window)->isVisible());
     QCOMPARE(qRound(window.windowOpacity() * 100), qRound(0.65 * 100));
     QCOMPARE(window.geometry().topRight(), QPoint(500, 40));
+}
+
+void TestBarWindow::expandingTakesTheKeyboard()
+{
+    RemoteMiniBarWindow window;
+    window.setAnchorTopRight(QPoint(500, 40));
+    window.showMiniBar();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QWidget other;
+    other.setGeometry(10, 300, 50, 50);
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    pushButton(collapsed(window), "v")->click();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
 }
 
 void TestBarWindow::expansionIsPushedOnScreenAndCollapseReturns()
@@ -612,6 +628,11 @@ void TestBarWindow::pressOutsideCollapses()
     click(pushButton(collapsed(window), "v"));
     QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2)); // the bar's own edge
     QTest::mouseRelease(&window, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+    QCOMPARE(window.mode(), Mode::Expanded);
+    const QPoint overTheBar = window.geometry().center();
+    QMouseEvent press(QEvent::MouseButtonPress, QPoint(1, 1), QPoint(1, 1), overTheBar, Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&other, &press);
     QCOMPARE(window.mode(), Mode::Expanded);
     QTest::mousePress(&other, Qt::RightButton);
     QCOMPARE(window.mode(), Mode::Collapsed);

@@ -49,9 +49,11 @@ private slots:
     void clickAfterOpeningClickIsItsOwn();
     void secondOfTwoPressesClosesToo();
     void pressThatFollowsTheKeyboardDoesNothing();
+    void deactivationSparesThePopupOfAKeyboard();
     void keyboardGoesWithTheSweep_data();
     void keyboardGoesWithTheSweep();
     void openMenuKeepsItsEdge();
+    void pressOnTheMenuKeepsTheBarExpanded();
     void longTitleAndSentenceHaveRoom();
     void lateDeactivationDoesNotCollapse();
 
@@ -169,6 +171,24 @@ void TestPopupClicks::pressThatFollowsTheKeyboardDoesNothing()
     QCOMPARE(m_window->mode(), Mode::Collapsed);
 }
 
+void TestPopupClicks::deactivationSparesThePopupOfAKeyboard()
+{
+    QEvent deactivate(QEvent::ApplicationDeactivate);
+    button("Sweep")->click();
+    m_window->findChild<LabelButton*>(QStringLiteral("btnStopFreq"))->click();
+    auto* const keyboard = m_window->findChild<TouchNumKeyboard*>();
+    QVERIFY(keyboard && QTest::qWaitForWindowExposed(keyboard));
+    QCoreApplication::sendEvent(qApp, &deactivate);
+    QVERIFY(isPopupShown() && keyboard->isVisible());
+    keyboard->reject();
+    QCoreApplication::sendEvent(qApp, &deactivate); // still within the turn that closed it
+    QVERIFY(isPopupShown());
+    QCoreApplication::processEvents();
+    QCoreApplication::sendEvent(qApp, &deactivate);
+    QVERIFY(!isPopupShown());
+    QCOMPARE(m_window->mode(), RemoteMiniBarWindow::MiniBarMode::Expanded);
+}
+
 void TestPopupClicks::keyboardGoesWithTheSweep_data()
 {
     QTest::addColumn<QJsonObject>("next");
@@ -212,6 +232,24 @@ void TestPopupClicks::openMenuKeepsItsEdge()
     QVERIFY(menu()->width() > before.width());
     QCOMPARE(menu()->geometry().right(), barRight);
     QCOMPARE(menu()->y(), before.y());
+}
+
+void TestPopupClicks::pressOnTheMenuKeepsTheBarExpanded()
+{
+    using Mode = RemoteMiniBarWindow::MiniBarMode;
+    m_window->applySnapshot(snapshot("true", "A modulation with a name that makes the menu wide"));
+    button("MOD")->click();
+    QVERIFY(menu()->isVisible());
+    const QPoint corner(1, 1); // of the menu's frame, which chooses nothing
+    QVERIFY(!m_window->geometry().contains(menu()->mapToGlobal(corner)));
+    QTest::mousePress(menu(), Qt::LeftButton, Qt::NoModifier, corner);
+    QCOMPARE(m_window->mode(), Mode::Expanded);
+    QVERIFY(menu()->isVisible());
+    // Another program's turn: the toolkit closes the menu before the bar hears of it.
+    QEvent deactivate(QEvent::ApplicationDeactivate);
+    QCoreApplication::sendEvent(qApp, &deactivate);
+    QVERIFY(!menu()->isVisible());
+    QCOMPARE(m_window->mode(), Mode::Collapsed);
 }
 
 // The title is cut to its one line, the sentence below it gets all the lines it needs.

@@ -193,8 +193,10 @@ void TestQuickEdit::unitKeyEndsTheEntry()
     type("868");
     auto* unitKey = keyboard()->findChild<QAbstractButton*>(QStringLiteral("unitKey_MHz"));
     QVERIFY(unitKey);
+    QVERIFY(!m_window->geometry().contains(unitKey->mapToGlobal(unitKey->rect().center())));
     QTest::mouseClick(unitKey, Qt::LeftButton);
     QTRY_VERIFY(!keyboard());
+    QCOMPARE(m_window->mode(), Mode::Expanded); // a press beside the bar, but on what belongs to it
     QCOMPARE(m_center->count(), 1);
     QCOMPARE(m_center->constFirst().constFirst().toDouble(), 868e6);
 }

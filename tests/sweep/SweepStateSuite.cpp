@@ -100,8 +100,10 @@ void SweepStateSuite::afterTheSweepHasGone()
     sweep.settings.enabled = true;
     fixture.panel.applySweep(sweep);
     fixture.panel.setNumericFieldActive(Field::LevelStart, true);
+    fixture.plan()->setChecked(true);
     QVERIFY(fixture.shown() != before);
     fixture.panel.clearSweep();
+    QVERIFY(!fixture.plan()->isChecked());
     QCOMPARE(fixture.shown(), before);
     fixture.panel.clearSweep();
     QCOMPARE(fixture.shown(), before);

@@ -215,7 +215,10 @@ QWidget* MainWindow::buildMiniBarPanel()
     m_status->setWordWrap(true);
     m_status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_status->ensurePolished();
-    m_status->setMinimumHeight(statusLines * m_status->fontMetrics().lineSpacing());
+    m_status->setText(
+        QStringLiteral("\n").repeated(statusLines - 1)); // lines are not always whole pixels high
+    m_status->setMinimumHeight(m_status->sizeHint().height());
+    m_status->clear();
 
     m_requests = secondaryLabel(tr("No requests yet."));
     m_requests->setObjectName(QStringLiteral("lastRequests"));

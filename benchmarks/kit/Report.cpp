@@ -79,9 +79,9 @@ void Report::print(const char* caption, const Table& table) const
     table.print();
 }
 
-void Report::printTimes(const char* caption, const std::vector<Work>& works) const
+void Report::printTimes(const char* caption, const std::vector<Work>& works, const char* unit) const
 {
-    Table table({"ms", "median", "p95", "p99", "longest", "least", "first"});
+    Table table({unit, "median", "p95", "p99", "longest", "least", "first"});
     for (const Work& work : works) {
         const Samples& times = work.times;
         table.add({work.name, figure(times.median()), figure(times.percentile(95)),

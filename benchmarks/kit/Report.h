@@ -36,7 +36,7 @@ public:
 
     void print(const char* caption, const Table& table) const;
     // Median, p95, p99, longest and, of several rows, the first.
-    void printTimes(const char* caption, const std::vector<Work>& works) const;
+    void printTimes(const char* caption, const std::vector<Work>& works, const char* unit = "ms") const;
 
     // A figure that is to be `target` at most. The short form fails beyond `alarm`, which leaves room for
     // what other load on the machine does; a watched figure has an alarm alone.

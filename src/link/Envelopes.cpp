@@ -25,8 +25,13 @@ QString writeRequest(int id, const QString& command, const QJsonObject& argument
 
 bool readObject(const QString& text, QJsonObject* target, QString* error)
 {
+    return readObject(text.toUtf8(), target, error);
+}
+
+bool readObject(const QByteArray& utf8, QJsonObject* target, QString* error)
+{
     QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &parseError);
+    const QJsonDocument document = QJsonDocument::fromJson(utf8, &parseError);
     if (parseError.error != QJsonParseError::NoError)
         return fail(error, parseError.errorString());
     if (!document.isObject())

@@ -20,6 +20,7 @@ struct Response
 
 // Gives false, with the parser's sentence in `error`, when the text is no JSON object.
 [[nodiscard]] bool readObject(const QString& text, QJsonObject* target, QString* error);
+[[nodiscard]] bool readObject(const QByteArray& utf8, QJsonObject* target, QString* error);
 
 [[nodiscard]] Response readResponse(const QJsonObject& envelope);
 

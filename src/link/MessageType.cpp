@@ -3,6 +3,7 @@
 #include "link/LatinWord.h"
 
 #include <array>
+#include <cstring>
 
 namespace {
 
@@ -15,6 +16,19 @@ constexpr std::array<QLatin1String, 12> words = {
     latinWord("HIDE_MINIBAR"), latinWord("HIDDEN"),  latinWord("SHUTDOWN"),
     latinWord("EVT"),          latinWord("REQ"),     latinWord("RSP"),
 };
+
+bool isAscii(const QByteArray& bytes)
+{
+    quint64 all = 0;
+    int position = 0;
+    for (quint64 word = 0; position + int(sizeof word) <= bytes.size(); position += int(sizeof word)) {
+        std::memcpy(&word, bytes.constData() + position, sizeof word);
+        all |= word;
+    }
+    for (; position < bytes.size(); ++position)
+        all |= static_cast<quint8>(bytes.at(position));
+    return (all & 0x8080808080808080U) == 0;
+}
 
 } // namespace
 
@@ -58,6 +72,16 @@ MinibarMessage decodeLine(const QByteArray& line)
     const QString word = text.left(space).trimmed();
     text.remove(0, space + 1);
     return {messageType(word), std::move(text).trimmed()};
+}
+
+std::optional<QByteArray> plainPayload(const QByteArray& line, MinibarMessageType type)
+{
+    const QLatin1String word = words[static_cast<std::size_t>(type)];
+    if (!line.startsWith(word.data()) || line.size() <= word.size() || line.at(word.size()) != ' ' ||
+        !isAscii(line))
+        return std::nullopt;
+    const int start = word.size() + 1;
+    return QByteArray::fromRawData(line.constData() + start, line.size() - start).trimmed();
 }
 
 } // namespace MinibarHelperProtocol

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <optional>
 
 // The words of the line protocol between the main process and the mini bar.
 enum class MinibarMessageType {
@@ -37,5 +38,8 @@ namespace MinibarHelperProtocol {
 [[nodiscard]] QByteArray encodeLine(MinibarMessageType type, const QString& payload = QString());
 // A line given without its line feed.
 [[nodiscard]] MinibarMessage decodeLine(const QByteArray& line);
+// The payload as decodeLine() gives it, without the way through a text, when the line has this type and is
+// plain ASCII; else nothing. It lives no longer than the line.
+[[nodiscard]] std::optional<QByteArray> plainPayload(const QByteArray& line, MinibarMessageType type);
 
 } // namespace MinibarHelperProtocol

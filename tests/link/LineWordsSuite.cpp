@@ -148,6 +148,16 @@ void LineWordsSuite::aLineIsDecoded_data()
     QTest::newRow("zero byte does not end the line")
         << QByteArray("EVT a\0b", 7) << Type::Evt << QString::fromLatin1("a\0b", 3);
     QTest::newRow("zero byte in the word") << QByteArray("EVT\0", 4) << Type::Invalid << none;
+    QTest::newRow("event") << QByteArray("EVT {}") << Type::Evt << QStringLiteral("{}");
+    QTest::newRow("event with blanks")
+        << QByteArray("EVT  \t\v\f{ } \r") << Type::Evt << QStringLiteral("{ }");
+    QTest::newRow("event of blanks") << QByteArray("EVT \t ") << Type::Evt << none;
+    QTest::newRow("event without payload") << QByteArray("EVT") << Type::Evt << none;
+    QTest::newRow("longer word") << QByteArray("EVTS {}") << Type::Invalid << QStringLiteral("{}");
+    QTest::newRow("control characters")
+        << QByteArray("EVT \x1c\x7f") << Type::Evt << QStringLiteral("\x1c\x7f");
+    QTest::newRow("not ASCII at the end")
+        << QByteArray("EVT 12345678\xC2\xA0") << Type::Evt << QStringLiteral("12345678");
 }
 
 void LineWordsSuite::aLineIsDecoded()
@@ -158,6 +168,11 @@ void LineWordsSuite::aLineIsDecoded()
     const MinibarMessage message = decodeLine(line);
     QCOMPARE(message.type, type);
     QCOMPARE(message.payload, payload);
+    // The short way, where there is one, leads to the same.
+    if (const auto plain = plainPayload(line, Type::Evt)) {
+        QCOMPARE(type, Type::Evt);
+        QCOMPARE(*plain, payload.toUtf8());
+    }
 }
 
 void LineWordsSuite::anEncodedLineDecodesToItself()
@@ -166,6 +181,7 @@ void LineWordsSuite::anEncodedLineDecodesToItself()
     const QString payload = QString::fromUtf8("{\"text\":\"µ x\"}");
     const QByteArray line = encodeLine(type, payload);
     QVERIFY(line.endsWith('\n'));
+    QVERIFY(!plainPayload(line, type)); // for want of ASCII
     const MinibarMessage message = decodeLine(line.chopped(1));
     QCOMPARE(message.type, type);
     QCOMPARE(message.payload, payload);

@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QTimer>
+#include <optional>
 
 #ifdef Q_OS_UNIX
 #include <sys/socket.h>
@@ -248,6 +249,12 @@ void MinibarClient::closeLink()
 
 void MinibarClient::dispatch(const QByteArray& line)
 {
+    const auto event =
+        wireLog().isDebugEnabled() ? std::nullopt : plainPayload(line, MinibarMessageType::Evt);
+    if (event) {
+        handleEvent(*event);
+        return;
+    }
     const MinibarMessage message = decodeLine(line);
     qCDebug(wireLog).noquote() << "main>" << loggedLine(message.type, message.payload);
     switch (message.type) {
@@ -265,7 +272,7 @@ void MinibarClient::dispatch(const QByteArray& line)
         emit shutdownRequested();
         break;
     case MinibarMessageType::Evt:
-        handleEvent(message.payload);
+        handleEvent(message.payload.toUtf8());
         break;
     case MinibarMessageType::Rsp:
         handleResponse(message.payload);
@@ -298,7 +305,7 @@ void MinibarClient::handleResponse(const QString& payload)
         emit snapshotReceived(response.payload);
 }
 
-void MinibarClient::handleEvent(const QString& payload)
+void MinibarClient::handleEvent(const QByteArray& payload)
 {
     QJsonObject envelope;
     QString error;

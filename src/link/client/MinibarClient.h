@@ -66,7 +66,7 @@ private:
     void closeLink();
     void dispatch(const QByteArray& line);
     void handleResponse(const QString& payload);
-    void handleEvent(const QString& payload);
+    void handleEvent(const QByteArray& payload);
     void startPending(int id);
     bool removePending(int id);
 

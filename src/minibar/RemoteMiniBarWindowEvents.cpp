@@ -108,8 +108,9 @@ bool RemoteMiniBarWindow::handlePress(const QWidget* target, const QMouseEvent* 
             m_drag.press(position, m_reportedPosition);
         return false;
     }
-    if (m_mode == MiniBarMode::Expanded && !m_popups->isAnyOpen() && !m_popups->isMenu(target) &&
-        !m_numericEdit.owns(target) && !QRect(m_placedPosition, size()).contains(position))
+    if (m_mode == MiniBarMode::Expanded && !m_popups->isAnyOpen() && !m_popups->owns(target) &&
+        !m_popups->isMenu(target) && !m_numericEdit.owns(target) &&
+        !QRect(m_placedPosition, size()).contains(position))
         setMode(MiniBarMode::Collapsed);
     return false;
 }

@@ -167,13 +167,6 @@ class CheckTranslations(unittest.TestCase):
         self.rows.insert(0, ["", "Level", *LEVEL])
         self.assert_findings(['context "", source "Level"', "no such text"])
 
-    def test_key_has_english_of_its_own(self):
-        for key in ("Period_Arb", "showWaveForm", "FrequencyOffset"):
-            with self.subTest(key=key):
-                self.write("src/bar/Key.cpp", f'QString f() {{ return QCoreApplication::translate("Key", "{key}"); }}\n')
-                self.rows = [*ROWS, ["Key", key, *["Proper words"] * len(LANGUAGES)]]
-                self.assertEqual(self.check()[0], 0)
-
     def test_locale_row_is_wanted(self):
         self.write("src/app/App.cpp", "")
         self.assertEqual(self.check()[0], 0)

@@ -238,7 +238,9 @@ QWidget* MainWindow::buildMiniBarPanel()
 void MainWindow::showStatus(const QString& status)
 {
     m_status->setText(status);
-    // A longer sentence must not take its room from the instrument's panel.
+    // A longer sentence must not take its room from the instrument's panel. The panel's layout tells the
+    // window's what it needs only when it is activated.
+    m_status->parentWidget()->layout()->activate();
     const int needed = layout()->totalHeightForWidth(width());
     if (windowHandle() && needed > height()) // before it was ever shown it has no size of its own
         resize(width(), needed);

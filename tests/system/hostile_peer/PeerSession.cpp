@@ -66,6 +66,12 @@ void PeerSession::waitForLog(const QByteArray& text)
         fail(QStringLiteral("never logged: ") + QString::fromUtf8(text));
 }
 
+void PeerSession::waitForDisconnect()
+{
+    if (!m_main.waitForDisconnect())
+        fail(QStringLiteral("the helper has not hung up"));
+}
+
 QJsonObject PeerSession::finish()
 {
     // A helper that works through a flood answers late; one that has hung up never does. No behaviour ends

@@ -29,6 +29,8 @@ public:
     int clickRf();
     // Waits for a text in the helper's log.
     void waitForLog(const QByteArray& text);
+    // Until the helper has hung up.
+    void waitForDisconnect();
 
 private:
     void fail(const QString& reason);

@@ -64,7 +64,7 @@ void blotOutTokens(const QStringList& arguments, int argc, char** argv)
     }
     for (int i = 1; i + 1 < argc; ++i) {
         if (isTokenOption(QString::fromLocal8Bit(argv[i])))
-            std::memset(argv[i + 1], blot, std::strlen(argv[i + 1]));
+            std::memset(argv[i + 1], blot, qstrlen(argv[i + 1]));
     }
 }
 

@@ -47,8 +47,10 @@ Widget* visibleChild(const QWidget* parent)
 }
 
 // Everything that is under way in the window has come to an end: layouts, deferred deletions.
+// Everything that the X server has to tell about what was asked of it so far has been heard.
 void settle()
 {
+    QGuiApplication::sync();
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

@@ -34,7 +34,7 @@ protected:
     // To be called by a panel's constructor, once its form is set up. Each key is bound once; the buttons
     // belong to the form.
     void bindEnableSwitch(SwitchButton* button);
-    // `displayScale`: what is shown and edited, in the unit of the spec, for a stored value of 1. `suffix`:
+    // `displayScale`: what is shown and edited, in the field's own unit, for a stored value of 1. `suffix`:
     // text behind the value, or empty.
     void bindNumericField(LabelButton* button, const NumericFieldSpec& spec, int displayMode,
                           double displayScale, const QString& suffix);

@@ -14,8 +14,17 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # to a temporary; midRef() does not exist in Qt 6; at(0) instead of left(1) fails on an empty text.
 clazy_checks=level1,no-qproperty-without-notify,no-range-loop-reference,no-qstring-ref,no-qstring-left
 
+if [ ! -f "$build/compile_commands.json" ]; then
+    echo "check_static: $build has no compile_commands.json: configure it first" >&2
+    exit 2
+fi
+# Each file is read with what it includes itself: the headers that gcc has precompiled are not for clang.
+commands=$(mktemp -d)
+trap 'rm -rf "$commands"' EXIT
+sed -E 's/ -Winvalid-pch -include [^"]*\/cmake_pch\.hxx//' "$build/compile_commands.json" >"$commands/compile_commands.json"
+
 # The compiler's own warnings are the build's business: gcc gives them, and its names for some are not clang's.
-shared=(-p "$build" --extra-arg=-Wno-everything "--extra-arg=-include$PWD/cmake/analysis/ConstexprStrlen.h")
+shared=(-p "$commands" --extra-arg=-Wno-everything "--extra-arg=-include$PWD/cmake/analysis/ConstexprStrlen.h")
 case $tool in
     clang-tidy) command=(clang-tidy-14 "${shared[@]}" --quiet) ;;
     clazy) command=(clazy-standalone "${shared[@]}" --checks="$clazy_checks" --header-filter=/src/) ;;
@@ -24,10 +33,6 @@ case $tool in
         exit 2
         ;;
 esac
-if [ ! -f "$build/compile_commands.json" ]; then
-    echo "check_static: $build has no compile_commands.json: configure it first" >&2
-    exit 2
-fi
 
 [ ${#files[@]} -gt 0 ] || readarray -d '' -t files < <(find "$PWD/src" -name '*.cpp' -print0 | sort -z)
 # Each file's complaints are shown in one piece, however many files are read at once.

@@ -30,7 +30,7 @@ const Monkey::Action Monkey::s_actions[] = {
     {"double click", 4, true, &Monkey::doubleClick},
     {"press or release", 4, true, &Monkey::hold},
     {"drag", 4, true, &Monkey::drag},
-    {"pointer passes", 8, false, &Monkey::hover},
+    {"pointer passes", 8, true, &Monkey::hover}, // counts by itself: what was held is let go before
     {"wheel", 10, false, &Monkey::wheel},
     {"key", 18, true, &Monkey::key},
     {"touch", 5, true, &Monkey::touch},

@@ -31,6 +31,8 @@ PATTERNS = [
     ("tests", CODE, r"#\s*include\s*[\"<][^\">]*\.\./", "a relative include: include from the src or the tests folder"),
     ("src", CODE, r"\b(SIGNAL|SLOT)\s*\(", "a connection by text: connect to the function, the compiler checks it"),
     ("src", CODE, r"\bQ_FOREACH\b|\bforeach\s*\(", "use a range-based for"),
+    ("src", CODE, r"\bQThread\b(?!::currentThread)|\bQThreadPool\b|\bQRunnable\b|\bQtConcurrent\b|\bstd::(j?thread|async)\b",
+     "a second thread: everything runs on the one of the interface"),
     ("src", CODE, r"\bstd::(cout|cerr)\b|\bprintf\s*\(", "log through the category of the layer"),
 ]
 

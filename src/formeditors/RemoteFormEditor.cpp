@@ -220,21 +220,21 @@ bool RemoteFormEditor::isModulationEnabled() const
     return m_enableSwitch && m_enableSwitch->status();
 }
 
-bool RemoteFormEditor::describeNumericField(const QString& key, NumericFieldSpec* spec) const
+bool RemoteFormEditor::describeNumericField(const QString& key, NumericFieldSpec& spec) const
 {
     const auto field = m_numericFields.constFind(key);
-    if (!spec || field == m_numericFields.cend() || !field->button->isEnabled()) {
+    if (field == m_numericFields.cend() || !field->button->isEnabled()) {
         return false;
     }
-    *spec = field->spec;
-    spec->value = shownValue(*field);
+    spec = field->spec;
+    spec.value = shownValue(*field);
     return true;
 }
 
 void RemoteFormEditor::applyNumericValue(const QString& key, double value)
 {
     NumericFieldSpec spec;
-    if (!describeNumericField(key, &spec)) {
+    if (!describeNumericField(key, spec)) {
         return;
     }
     const double scale = m_numericFields.value(key).displayScale;

@@ -26,7 +26,7 @@ public:
     void applyEditorState(const QJsonObject& state, const QJsonObject& profile, bool enabled) final;
     [[nodiscard]] bool isModulationEnabled() const override;
     // False also for a field whose button is disabled.
-    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec* spec) const override;
+    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec& spec) const override;
     void applyNumericValue(const QString& key, double value) override;
     void setNumericFieldActive(const QString& key, bool active) override;
 

@@ -46,13 +46,13 @@ public:
         requestNumericEditOnClick(form().btnDutyCycle, dutyCycleKey());
     }
 
-    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec* spec) const override
+    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec& spec) const override
     {
-        if (!spec || key != dutyCycleKey()) {
+        if (key != dutyCycleKey()) {
             return FormPanel::describeNumericField(key, spec);
         }
-        *spec = dutyCycle.spec(context);
-        spec->value = duty();
+        spec = dutyCycle.spec(context);
+        spec.value = duty();
         return true;
     }
 

@@ -181,7 +181,7 @@ void BarPopups::editSweepField(RemoteSweepPanel::NumericField field, QWidget* an
 void BarPopups::editModField(const QString& key, QAbstractButton* anchor)
 {
     NumericFieldSpec spec;
-    if (!m_modEditor->describeNumericField(key, &spec))
+    if (!m_modEditor->describeNumericField(key, spec))
         return;
     m_edit.open(
         anchor, modKeyboardConfig(spec),

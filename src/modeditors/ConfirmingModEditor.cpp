@@ -24,13 +24,13 @@ bool ConfirmingModEditor::isModulationEnabled() const
     return m_enableSwitch->status();
 }
 
-bool ConfirmingModEditor::describeNumericField(const QString& key, NumericFieldSpec* spec) const
+bool ConfirmingModEditor::describeNumericField(const QString& key, NumericFieldSpec& spec) const
 {
     const NumericField* const field = findField(key);
-    if (!spec || !field || !field->isEditable(m_profile)) {
+    if (!field || !field->isEditable(m_profile)) {
         return false;
     }
-    *spec = field->spec(m_state, m_profile, *metaObject());
+    spec = field->spec(m_state, m_profile, *metaObject());
     return completeSpec(spec);
 }
 
@@ -46,7 +46,7 @@ void ConfirmingModEditor::setNumericFieldActive(const QString& key, bool active)
     }
 }
 
-bool ConfirmingModEditor::completeSpec(NumericFieldSpec* /*spec*/) const
+bool ConfirmingModEditor::completeSpec(NumericFieldSpec& /*spec*/) const
 {
     return true;
 }

@@ -21,7 +21,7 @@ public:
 
     void applyEditorState(const QJsonObject& state, const QJsonObject& profile, bool enabled) final;
     [[nodiscard]] bool isModulationEnabled() const final;
-    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec* spec) const final;
+    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec& spec) const final;
     void applyNumericValue(const QString& key, double value) final;
     void setNumericFieldActive(const QString& key, bool active) final;
 
@@ -44,7 +44,7 @@ protected:
     // While it cannot, the enable switch is off and not to be used, whatever the main process says.
     [[nodiscard]] virtual bool canBeEnabled() const { return true; }
     // Adds to a field's description what the table cannot say. False when the field cannot be edited now.
-    [[nodiscard]] virtual bool completeSpec(NumericFieldSpec* spec) const;
+    [[nodiscard]] virtual bool completeSpec(NumericFieldSpec& spec) const;
     // Shows everything as it was last applied; emits nothing.
     void showConfirmed();
 

@@ -72,7 +72,7 @@ void RemoteModEditorHost::setModulationItem(const QString& key, const QString& t
     m_changePending = false;
 }
 
-bool RemoteModEditorHost::describeNumericField(const QString& key, NumericFieldSpec* spec) const
+bool RemoteModEditorHost::describeNumericField(const QString& key, NumericFieldSpec& spec) const
 {
     return m_editor && m_editor->describeNumericField(key, spec);
 }

@@ -33,7 +33,7 @@ public:
                            int revision, bool enabled);
 
     // The editor's operations of the same names; without an editor they give false and do nothing.
-    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec* spec) const;
+    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec& spec) const;
     void applyNumericValue(const QString& key, double value);
     void setNumericFieldActive(const QString& key, bool active);
 

@@ -158,16 +158,16 @@ bool RemoteQuickWaveformPanel::canScale() const
     return canBeEnabled() && !state().value(autoScaleKey).toBool() && isEditable(scaleKey);
 }
 
-bool RemoteQuickWaveformPanel::completeSpec(NumericFieldSpec* spec) const
+bool RemoteQuickWaveformPanel::completeSpec(NumericFieldSpec& spec) const
 {
     const double samples = profile().value(samplesInFileKey).toDouble();
-    if (spec->key == sampleOffsetKey) {
-        spec->setMaximum(samples);
-    } else if (spec->key == samplesToUseKey) {
+    if (spec.key == sampleOffsetKey) {
+        spec.setMaximum(samples);
+    } else if (spec.key == samplesToUseKey) {
         const double left = samples - state().value(sampleOffsetKey).toDouble();
-        spec->setMaximum(std::max(0.0, std::min(state().value(periodKey).toDouble(), left)));
+        spec.setMaximum(std::max(0.0, std::min(state().value(periodKey).toDouble(), left)));
     }
-    return spec->key == scaleKey ? canScale() : canBeEnabled();
+    return spec.key == scaleKey ? canScale() : canBeEnabled();
 }
 
 void RemoteQuickWaveformPanel::showEvent(QShowEvent* event)

@@ -23,7 +23,7 @@ public:
 protected:
     void showState() override;
     [[nodiscard]] bool canBeEnabled() const override;
-    [[nodiscard]] bool completeSpec(NumericFieldSpec* spec) const override;
+    [[nodiscard]] bool completeSpec(NumericFieldSpec& spec) const override;
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

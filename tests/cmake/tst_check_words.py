@@ -30,6 +30,10 @@ FOUND = [
     ("src/a.cpp", "    connect(a, SIG" + "NAL(b()), c, &C::d);"),
     ("src/a.cpp", "    for" + "each (int a, list)"),
     ("src/a.h", "    std::c" + "err << 1;"),
+    ("src/a.h", "class Reader : public QThread"),
+    ("src/a.cpp", "    QThreadPool::globalInstance()->start(reader);"),
+    ("src/a.cpp", "    QtConcurrent::run(read);"),
+    ("src/a.cpp", "    std::thread reader(read);"),
 ]
 
 CLEAN = [

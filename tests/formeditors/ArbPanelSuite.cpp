@@ -44,7 +44,7 @@ void ArbPanelSuite::withoutAFileNothingCanBeEdited()
         QCOMPARE(fixture.shown("btnSignalLen"), QStringLiteral("0s"));
         QCOMPARE(fixture.shown("btnPeriodLen"), QStringLiteral("0s"));
         NumericFieldSpec spec;
-        QVERIFY(!fixture.editor->describeNumericField(QStringLiteral("IQScale"), &spec));
+        QVERIFY(!fixture.editor->describeNumericField(QStringLiteral("IQScale"), spec));
     }
 }
 

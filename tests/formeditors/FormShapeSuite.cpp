@@ -190,7 +190,7 @@ void FormShapeSuite::textsAreTranslatedInTheirContext()
     const FormFixture fixture(kind);
     fixture.apply("{}");
     NumericFieldSpec spec;
-    (void)fixture.editor->describeNumericField(QStringLiteral("DutyCycle"), &spec);
+    (void)fixture.editor->describeNumericField(QStringLiteral("DutyCycle"), spec);
     QCoreApplication::removeTranslator(&recorder);
     QSet<QString> asked;
     for (const QString& text : qAsConst(recorder.asked)) {

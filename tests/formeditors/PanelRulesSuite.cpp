@@ -53,7 +53,7 @@ void PanelRulesSuite::pulseDutyIsDescribed()
     fixture.apply(R"({"Width":0.00025,"Period":0.001})");
     NumericFieldSpec spec;
     spec.unitType = QStringLiteral("x");
-    QVERIFY(fixture.editor->describeNumericField(QStringLiteral("DutyCycle"), &spec));
+    QVERIFY(fixture.editor->describeNumericField(QStringLiteral("DutyCycle"), spec));
     QCOMPARE(spec.key, QStringLiteral("DutyCycle"));
     QCOMPARE(spec.title, QStringLiteral("Duty Cycle(%)"));
     QVERIFY(spec.unitType.isEmpty());
@@ -63,8 +63,7 @@ void PanelRulesSuite::pulseDutyIsDescribed()
     QVERIFY(spec.hasMaximum && spec.maximum == 100);
     QVERIFY(!spec.integerOnly);
     QVERIFY(spec.value == 25);
-    QVERIFY(!fixture.editor->describeNumericField(QStringLiteral("DutyCycle"), nullptr));
-    QVERIFY(fixture.editor->describeNumericField(QStringLiteral("Width"), &spec));
+    QVERIFY(fixture.editor->describeNumericField(QStringLiteral("Width"), spec));
 }
 
 void PanelRulesSuite::pulseDutyIsEditedAsAWidth_data()
@@ -110,7 +109,7 @@ void PanelRulesSuite::pmWorksInDegrees()
     fixture.apply(R"({"InitPhase":3.14159})");
     QCOMPARE(fixture.shown("btnInitPhase"), QStringLiteral("180"));
     NumericFieldSpec spec;
-    QVERIFY(fixture.editor->describeNumericField(QStringLiteral("InitPhase"), &spec));
+    QVERIFY(fixture.editor->describeNumericField(QStringLiteral("InitPhase"), spec));
     QVERIFY(qAbs(spec.value - 180) < 0.001 && spec.minimum == -180 && spec.maximum == 180);
     fixture.editor->applyNumericValue(QStringLiteral("InitPhase"), 90);
     const double sent = fixture.setField().value(QLatin1String("value")).toDouble();
@@ -147,7 +146,7 @@ void PanelRulesSuite::dsssFilterAlphaIsEditable()
     QVERIFY(fixture.show());
     NumericFieldSpec spec;
     QCOMPARE(fixture.value("btnFilterAlpha")->isEnabled(), editable);
-    QCOMPARE(fixture.editor->describeNumericField(QStringLiteral("FilterAlpha"), &spec), editable);
+    QCOMPARE(fixture.editor->describeNumericField(QStringLiteral("FilterAlpha"), spec), editable);
     QTest::mouseClick(fixture.value("btnFilterAlpha"), Qt::LeftButton);
     QCOMPARE(fixture.requests->count(), editable ? 1 : 0);
     fixture.editor->applyNumericValue(QStringLiteral("FilterAlpha"), 0.5);

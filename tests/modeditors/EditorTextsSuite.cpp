@@ -144,7 +144,7 @@ void EditorTextsSuite::contexts()
          {"SymbolRate", "FilterAlpha", "PN", "FilterLength", "SequenceSeed", "FSKDeviation", "Seed", "Count",
           "FreqSpacing", "NotchWidth", "iQScale", "sampleRate", "period", "samplesToUse", "sampleOffset"}) {
         NumericFieldSpec spec;
-        (void)fixture.editor().describeNumericField(QLatin1String(key), &spec);
+        (void)fixture.editor().describeNumericField(QLatin1String(key), spec);
     }
     QSet<QString> asked;
     for (const QString& text : recorder.asked()) {

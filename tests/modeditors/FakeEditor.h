@@ -25,12 +25,12 @@ public:
         enabled = isEnabled;
     }
     [[nodiscard]] bool isModulationEnabled() const override { return enabled; }
-    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec* spec) const override
+    [[nodiscard]] bool describeNumericField(const QString& key, NumericFieldSpec& spec) const override
     {
-        if (!spec || !fields.contains(key)) {
+        if (!fields.contains(key)) {
             return false;
         }
-        *spec = fields.value(key);
+        spec = fields.value(key);
         return true;
     }
     void applyNumericValue(const QString& key, double value) override

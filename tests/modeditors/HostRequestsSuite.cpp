@@ -197,9 +197,8 @@ void HostRequestsSuite::theEditorsOperationsAreReached()
     field.describe(QStringLiteral("PN"), QStringLiteral("PN"), 9, 1, 0, true);
     editor->fields.insert(field.key, field);
     NumericFieldSpec spec;
-    QVERIFY(!host.describeNumericField(QStringLiteral("Other"), &spec));
-    QVERIFY(!host.describeNumericField(field.key, nullptr));
-    QVERIFY(host.describeNumericField(field.key, &spec));
+    QVERIFY(!host.describeNumericField(QStringLiteral("Other"), spec));
+    QVERIFY(host.describeNumericField(field.key, spec));
     QCOMPARE(spec.value, 9.0);
     host.setNumericFieldActive(field.key, true);
     QCOMPARE(editor->activeKey, field.key);
@@ -219,7 +218,7 @@ void HostRequestsSuite::withoutAnEditorTheOperationsDoNothing()
     RemoteModEditorHost host;
     const QSignalSpy requests(&host, &RemoteModEditorHost::changeRequested);
     NumericFieldSpec spec;
-    QVERIFY(!host.describeNumericField(QStringLiteral("PN"), &spec));
+    QVERIFY(!host.describeNumericField(QStringLiteral("PN"), spec));
     host.applyNumericValue(QStringLiteral("PN"), 1);
     host.setNumericFieldActive(QStringLiteral("PN"), true);
     QCOMPARE(requests.count(), 0);

@@ -182,7 +182,7 @@ void MultitoneStateSuite::rowsMoveWithTheSeed()
     QTRY_VERIFY(m_table->height() >= tableHeight + 190);
     QCOMPARE(m_fixture->find<QWidget>(QStringLiteral("btnCount"))->height(), 60);
     NumericFieldSpec spec;
-    QCOMPARE(m_fixture->editor().describeNumericField(QStringLiteral("Seed"), &spec), random);
+    QCOMPARE(m_fixture->editor().describeNumericField(QStringLiteral("Seed"), spec), random);
 }
 
 void MultitoneStateSuite::discreteMode_data()

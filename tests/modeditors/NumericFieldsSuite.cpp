@@ -112,7 +112,7 @@ void NumericFieldsSuite::isDescribed()
     QFETCH(const ExpectedField*, field);
     open(*field, profileFor(*field));
     NumericFieldSpec spec;
-    QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), &spec));
+    QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), spec));
     QCOMPARE(spec.key, QLatin1String(field->key));
     QCOMPARE(spec.title, QLatin1String(field->title));
     QCOMPARE(spec.unitType, field->frequency ? Adapters::FrequencyUnitAdapter::adapterType() : QString());
@@ -127,7 +127,6 @@ void NumericFieldsSuite::isDescribed()
     QCOMPARE(spec.minimum, field->minimum);
     QCOMPARE(spec.hasMaximum, field->maximum != none);
     QCOMPARE(spec.maximum, field->maximum != none ? field->maximum : 0);
-    QVERIFY(!m_fixture->editor().describeNumericField(QLatin1String(field->key), nullptr));
 }
 
 void NumericFieldsSuite::profileGivesTheMaximum()
@@ -139,7 +138,7 @@ void NumericFieldsSuite::profileGivesTheMaximum()
         profile.insert(QLatin1String(field->maximumKey), value);
         open(*field, profile);
         NumericFieldSpec spec;
-        QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), &spec));
+        QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), spec));
         QCOMPARE(spec.hasMaximum, field->maximum != none);
     }
     QJsonObject profile = profileFor(*field);
@@ -147,7 +146,7 @@ void NumericFieldsSuite::profileGivesTheMaximum()
     profile.insert(QLatin1String("freqSpacingMaximum"), 2.5e6);
     open(*field, profile);
     NumericFieldSpec spec;
-    QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), &spec));
+    QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), spec));
     const QLatin1String key(field->maximumKey);
     QCOMPARE(spec.hasMaximum, key != QLatin1String() || field->maximum != none);
     QCOMPARE(spec.maximum, key == QLatin1String("countMaximum")         ? 4096
@@ -163,14 +162,14 @@ void NumericFieldsSuite::conditionIsKept()
     NumericFieldSpec spec;
     if (*field->conditionKey) {
         open(*field, profileFor(*field, false));
-        QVERIFY(!m_fixture->editor().describeNumericField(key, &spec));
+        QVERIFY(!m_fixture->editor().describeNumericField(key, spec));
         m_fixture->editor().applyNumericValue(key, stored);
         QCOMPARE(m_fixture->emitted(), 0);
     }
     // A flag that is not there is false.
     open(*field, {});
     const bool editable = !*field->conditionKey || !field->conditionValue;
-    QCOMPARE(m_fixture->editor().describeNumericField(key, &spec), editable);
+    QCOMPARE(m_fixture->editor().describeNumericField(key, spec), editable);
 }
 
 void NumericFieldsSuite::clickAsksForTheKeyboard()
@@ -285,7 +284,7 @@ void NumericFieldsSuite::otherKeysAreRefused()
     m_fixture = std::make_unique<EditorFixture>(kind);
     for (const char* key : {"", "Other", "pn", "ModulationType", "Oversample", "PhaseMode", "enabled"}) {
         NumericFieldSpec spec;
-        QVERIFY2(!m_fixture->editor().describeNumericField(QLatin1String(key), &spec), key);
+        QVERIFY2(!m_fixture->editor().describeNumericField(QLatin1String(key), spec), key);
         m_fixture->editor().applyNumericValue(QLatin1String(key), 1);
     }
     QCOMPARE(m_fixture->emitted(), 0);

@@ -247,7 +247,7 @@ private:
             return 0; // it only shows, and a request would be one too many
         }
         NumericFieldSpec spec;
-        if (!m_host.describeNumericField(key, &spec)) {
+        if (!m_host.describeNumericField(key, spec)) {
             qFatal("%s cannot be described", qPrintable(key));
         }
         m_host.setNumericFieldActive(key, true);

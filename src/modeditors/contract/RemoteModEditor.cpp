@@ -12,7 +12,7 @@ void RemoteModEditor::applyNumericValue(const QString& key, double value)
 {
     NumericFieldSpec spec;
     // JSON has no word for NaN and the infinities.
-    if (!std::isfinite(value) || !describeNumericField(key, &spec)) {
+    if (!std::isfinite(value) || !describeNumericField(key, spec)) {
         return;
     }
     editField(key, spec.integerOnly ? std::round(value) : value);

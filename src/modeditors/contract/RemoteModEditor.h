@@ -24,7 +24,7 @@ public:
     [[nodiscard]] virtual bool isModulationEnabled() const = 0;
     // Describes a numeric field as it was last applied. False, with `spec` of no meaning, when the editor has
     // no such field, when the field cannot be edited now, or when `spec` is null.
-    [[nodiscard]] virtual bool describeNumericField(const QString& key, NumericFieldSpec* spec) const = 0;
+    [[nodiscard]] virtual bool describeNumericField(const QString& key, NumericFieldSpec& spec) const = 0;
     // Takes what the user has entered for a field. The definition given here is what every editor does: it
     // emits the value, rounded if the field wants integers (halves away from zero), as the edit of a field,
     // and does nothing for a field that cannot be described or a value that is not finite.

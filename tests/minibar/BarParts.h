@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QVector>
+
+class LabelButton;
+class QWidget;
+
+// The bar's pages and buttons, found as a style sheet would find them. All stay the window's own.
+namespace BarParts {
+
+// The object of a JSON text.
+[[nodiscard]] QJsonObject json(const QByteArray& text);
+
+[[nodiscard]] QWidget* collapsed(const QWidget& window);
+[[nodiscard]] QWidget* expanded(const QWidget& window);
+// The info buttons of a page, top to bottom.
+[[nodiscard]] QVector<LabelButton*> infoButtons(const QWidget* page);
+
+void click(QWidget* widget);
+
+} // namespace BarParts

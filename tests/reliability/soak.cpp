@@ -15,6 +15,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>
+#include <algorithm>
+#include <iterator>
 
 using namespace std::chrono_literals;
 using namespace TestSupport;
@@ -181,20 +183,25 @@ private:
     }
     static void judgeLog(Report& report)
     {
-        // An edit of a state that has moved on is refused, as it must be; and the toolkit asks after frames
-        // that the window manager has just taken away.
+        // An edit of a state that has moved on is refused, as it must be. The toolkit asks after frames that
+        // the window manager has just taken away, and its tree for screen readers has children in a chooser's
+        // list of an empty folder.
         const QString expected[] = {QStringLiteral("Minibar helper request failed"),
-                                    QStringLiteral("XCB error: 3 (BadWindow)")};
+                                    QStringLiteral("XCB error: 3 (BadWindow)"),
+                                    QStringLiteral("QAccessibleTable::child: Invalid index")};
         QStringList others;
         for (const QString& line : LogWatch::lines()) {
-            if (!line.contains(expected[0]) && !line.contains(expected[1]))
+            if (std::none_of(std::begin(expected), std::end(expected),
+                             [&line](const QString& text) { return line.contains(text); }))
                 others += line;
         }
-        report.check(QStringLiteral("no warning in the log"), others.isEmpty(),
-                     QStringLiteral("besides %1 refused requests and %2 frames that were gone; %3")
-                         .arg(LogWatch::count(expected[0]))
-                         .arg(LogWatch::count(expected[1]))
-                         .arg(QStringList(others.mid(0, 5)).join(QStringLiteral(" | "))));
+        report.check(
+            QStringLiteral("no warning in the log"), others.isEmpty(),
+            QStringLiteral("besides %1 refused requests, %2 frames that were gone, %3 empty folders; %4")
+                .arg(LogWatch::count(expected[0]))
+                .arg(LogWatch::count(expected[1]))
+                .arg(LogWatch::count(expected[2]))
+                .arg(QStringList(others.mid(0, 5)).join(QStringLiteral(" | "))));
     }
 
     Plan m_plan;

@@ -1,6 +1,7 @@
 #include "controls/ThemeManager.h"
 
 #include <QFile>
+#include <QMenu>
 #include <QMetaEnum>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -120,6 +121,15 @@ QByteArray roleName(ThemeManager::Role role)
     return QMetaEnum::fromType<ThemeManager::Role>().valueToKey(role);
 }
 
+QImage rendered(QWidget* widget, double ratio)
+{
+    QImage picture(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    widget->render(&picture);
+    return picture;
+}
+
 } // namespace
 
 class ThemeTest final : public QObject
@@ -138,6 +148,10 @@ private slots:
     void textsAreLegible_data();
     void textsAreLegible();
     void switchingIsSeen();
+    void imagesAreOfTheTheme_data() { styleSheetsUseRolesOnly_data(); }
+    void imagesAreOfTheTheme();
+    void menuTickIsTheKits_data();
+    void menuTickIsTheKits();
 };
 
 void ThemeTest::cleanup()
@@ -275,6 +289,71 @@ void ThemeTest::switchingIsSeen()
         qApp->setStyleSheet(styleSheet(theme));
         QCOMPARE(button.grab().toImage().pixelColor(5, 5), ThemeManager::color(ThemeManager::Sunken, theme));
     }
+}
+
+// An outline that a style sheet shows as it is has a colour of its own.
+void ThemeTest::imagesAreOfTheTheme()
+{
+    QFETCH(const int, theme);
+    static const QRegularExpression image(QStringLiteral("url\\(([^)]*)\\)"));
+    static const QRegularExpression stroke(
+        QStringLiteral("stroke=\"(#[0-9a-f]{6})\"(?: stroke-opacity=\"([0-9.]+)\")?"));
+    const QString css = styleSheet(ThemeManager::Theme(theme));
+    QSet<QRgb> inks;
+    for (const auto role : {ThemeManager::Text, ThemeManager::SecondaryText})
+        inks.insert(ThemeManager::color(role, ThemeManager::Theme(theme)).rgba());
+    int outlines = 0;
+    for (auto found = image.globalMatch(css); found.hasNext();) {
+        const QString name = found.next().captured(1);
+        QFile file(name);
+        QVERIFY2(file.exists(), qPrintable(name));
+        if (!name.endsWith(QLatin1String(".svg")))
+            continue;
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QRegularExpressionMatch ink = stroke.match(QString::fromUtf8(file.readAll()));
+        QVERIFY2(ink.hasMatch(), qPrintable(name));
+        QColor color(ink.captured(1));
+        if (!ink.captured(2).isEmpty())
+            color.setAlpha(qRound(255 * ink.captured(2).toDouble()));
+        QVERIFY2(inks.contains(color.rgba()), qPrintable(name));
+        ++outlines;
+    }
+    QVERIFY(outlines >= 3);
+}
+
+void ThemeTest::menuTickIsTheKits_data()
+{
+    QTest::addColumn<double>("ratio");
+    for (const double ratio : {1.0, 1.5, 2.0})
+        QTest::addRow("at %g", ratio) << ratio;
+}
+
+// As wide as the tick of a drop-down's current item.
+void ThemeTest::menuTickIsTheKits()
+{
+    QFETCH(const double, ratio);
+    constexpr double tickWidth = 12;
+    qApp->setStyleSheet(styleSheet(ThemeManager::Dark));
+    QMenu menu;
+    QAction* const action = menu.addAction(QString());
+    action->setCheckable(true);
+    action->setChecked(true);
+    menu.resize(menu.sizeHint());
+    const QImage picture = rendered(&menu, ratio);
+    const QRect row(menu.actionGeometry(action).topLeft() * ratio,
+                    menu.actionGeometry(action).size() * ratio);
+    int left = row.right();
+    int right = row.left();
+    for (int y = row.top() + 2; y < row.bottom() - 2; ++y) {
+        for (int x = row.left() + 2; x < row.right() - 2; ++x) {
+            if (picture.pixelColor(x, y) != picture.pixelColor(row.left() + 2, row.top() + 2)) {
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+        }
+    }
+    const double width = (right - left + 1) / ratio;
+    QVERIFY2(qAbs(width - tickWidth) <= 1, qPrintable(QString::number(width)));
 }
 
 QTEST_MAIN(ThemeTest)

@@ -3,8 +3,10 @@
 #include <QFile>
 #include <QMenu>
 #include <QMetaEnum>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -150,6 +152,8 @@ private slots:
     void switchingIsSeen();
     void imagesAreOfTheTheme_data() { styleSheetsUseRolesOnly_data(); }
     void imagesAreOfTheTheme();
+    void scrollBarsHaveCleanEdges_data();
+    void scrollBarsHaveCleanEdges();
     void menuTickIsTheKits_data();
     void menuTickIsTheKits();
 };
@@ -319,6 +323,46 @@ void ThemeTest::imagesAreOfTheTheme()
         ++outlines;
     }
     QVERIFY(outlines >= 3);
+}
+
+void ThemeTest::scrollBarsHaveCleanEdges_data()
+{
+    QTest::addColumn<int>("orientation");
+    QTest::addColumn<double>("ratio");
+    for (const auto orientation : {Qt::Horizontal, Qt::Vertical}) {
+        for (const double ratio : {1.0, 1.5, 2.0}) {
+            QTest::addRow("%s at %g", orientation == Qt::Horizontal ? "horizontal" : "vertical", ratio)
+                << int(orientation) << ratio;
+        }
+    }
+}
+
+// The handle is one rectangle, and beside it there is nothing but the groove.
+void ThemeTest::scrollBarsHaveCleanEdges()
+{
+    QFETCH(const int, orientation);
+    QFETCH(const double, ratio);
+    qApp->setStyleSheet(styleSheet(ThemeManager::Light));
+    QScrollBar bar{Qt::Orientation(orientation)};
+    bar.setRange(0, 100);
+    bar.setPageStep(50);
+    bar.setValue(30);
+    bar.resize(orientation == Qt::Horizontal ? QSize(201, 14) : QSize(14, 201));
+    QImage picture = rendered(&bar, ratio);
+    QRect handle;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == ThemeManager::color(ThemeManager::Outline, ThemeManager::Light))
+                handle |= QRect(x, y, 1, 1);
+        }
+    }
+    const int thickness = std::min(handle.width(), handle.height());
+    QVERIFY2(qAbs(thickness - 8 * ratio) <= 1, qPrintable(QString::number(thickness)));
+    QImage expected(picture.size(), picture.format());
+    expected.fill(ThemeManager::color(ThemeManager::Surface, ThemeManager::Light));
+    QPainter(&expected).fillRect(handle, ThemeManager::color(ThemeManager::Outline, ThemeManager::Light));
+    picture.setDevicePixelRatio(1);
+    QCOMPARE(picture, expected);
 }
 
 void ThemeTest::menuTickIsTheKits_data()

@@ -146,8 +146,8 @@ void SwitchButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     Controls::paintStyledBackground(painter, *this);
-    painter.setPen(ThemeManager::instance().color(ThemeManager::Border));
-    painter.drawRect(m_on->geometry().united(m_off->geometry()).adjusted(-1, -1, 0, 0));
+    Controls::paintFrameAround(painter, m_on->geometry().united(m_off->geometry()),
+                               ThemeManager::instance().color(ThemeManager::Border));
     if (hasFocus() && m_focusByKeyboard) {
         Controls::paintFocusRing(painter, rect());
     }

@@ -5,6 +5,7 @@
 #include "controls/EntryLine.h"
 #include "controls/Keypad.h"
 #include "controls/KeypadKey.h"
+#include "controls/Marks.h"
 #include "controls/NumberEntry.h"
 #include "controls/Placement.h"
 
@@ -344,8 +345,7 @@ void TouchNumKeyboard::paintEvent(QPaintEvent* event)
     QDialog::paintEvent(event);
     if (!testAttribute(Qt::WA_StyleSheetTarget)) {
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::Mid));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        paintFrame(painter, rect(), palette().color(QPalette::Mid));
     }
 }
 

@@ -1,4 +1,5 @@
 #include "controls/ThemeManager.h"
+#include "support/Rendered.h"
 
 #include <QFile>
 #include <QMenu>
@@ -121,15 +122,6 @@ constexpr Pair pairs[] = {
 QByteArray roleName(ThemeManager::Role role)
 {
     return QMetaEnum::fromType<ThemeManager::Role>().valueToKey(role);
-}
-
-QImage rendered(QWidget* widget, double ratio)
-{
-    QImage picture(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(Qt::transparent);
-    widget->render(&picture);
-    return picture;
 }
 
 } // namespace
@@ -348,7 +340,7 @@ void ThemeTest::scrollBarsHaveCleanEdges()
     bar.setPageStep(50);
     bar.setValue(30);
     bar.resize(orientation == Qt::Horizontal ? QSize(201, 14) : QSize(14, 201));
-    QImage picture = rendered(&bar, ratio);
+    const QImage picture = TestSupport::rendered(&bar, ratio);
     QRect handle;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
@@ -361,7 +353,6 @@ void ThemeTest::scrollBarsHaveCleanEdges()
     QImage expected(picture.size(), picture.format());
     expected.fill(ThemeManager::color(ThemeManager::Surface, ThemeManager::Light));
     QPainter(&expected).fillRect(handle, ThemeManager::color(ThemeManager::Outline, ThemeManager::Light));
-    picture.setDevicePixelRatio(1);
     QCOMPARE(picture, expected);
 }
 
@@ -383,7 +374,7 @@ void ThemeTest::menuTickIsTheKits()
     action->setCheckable(true);
     action->setChecked(true);
     menu.resize(menu.sizeHint());
-    const QImage picture = rendered(&menu, ratio);
+    const QImage picture = TestSupport::rendered(&menu, ratio);
     const QRect row(menu.actionGeometry(action).topLeft() * ratio,
                     menu.actionGeometry(action).size() * ratio);
     int left = row.right();

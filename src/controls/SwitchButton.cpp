@@ -126,8 +126,10 @@ void SwitchButton::showStatus()
 
 void SwitchButton::showWords()
 {
-    m_on->setText(tr("ON"));
-    m_off->setText(tr("OFF"));
+    const QString on = tr("ON");
+    const QString off = tr("OFF");
+    m_on->setWords(on, off);
+    m_off->setWords(off, on);
 }
 
 void SwitchButton::tellCutCaption()

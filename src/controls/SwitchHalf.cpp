@@ -96,9 +96,10 @@ void SwitchHalf::paintBackground(QPainter& painter, const QStyleOptionButton& op
 void SwitchHalf::paintWord(QPainter& painter, QStyleOptionButton option)
 {
     const auto activeRole = m_on ? ThemeManager::OnText : ThemeManager::Text;
-    const QColor ink = themed(!isEnabled()  ? ThemeManager::DisabledText
-                              : isChecked() ? activeRole
-                                            : ThemeManager::SecondaryText);
+    const auto quietRole = isEnabled() ? ThemeManager::SecondaryText : ThemeManager::DisabledText;
+    // On the faint colour of the active half the text of a disabled control would hardly be seen.
+    const auto markedRole = isEnabled() ? activeRole : ThemeManager::SecondaryText;
+    const QColor ink = themed(isChecked() ? markedRole : quietRole);
     painter.setFont(wordFont());
     option.text = shownWord(isChecked());
     option.rect = wordRect();

@@ -79,6 +79,16 @@ QString EntryLimits::finenessRefusal(double value) const
     return tr("The finest step is %1.").arg(quantityText(Utils::plainText(finest).toDouble()));
 }
 
+bool EntryLimits::takesFractions() const
+{
+    return !m_finestPower || unitAt(0).exponent > *m_finestPower;
+}
+
+bool EntryLimits::takesNegatives() const
+{
+    return !m_minimum || *m_minimum < 0.0;
+}
+
 double EntryLimits::clamped(double value) const
 {
     const double raised = m_minimum ? std::max(value, *m_minimum) : value;

@@ -23,6 +23,10 @@ public:
     [[nodiscard]] QString boundRefusal(double value) const;
     [[nodiscard]] QString finenessRefusal(double value) const;
 
+    // Whether a number with a decimal point, in any of the units, or one below zero can be taken at all.
+    [[nodiscard]] bool takesFractions() const;
+    [[nodiscard]] bool takesNegatives() const;
+
     // The nearest value within the bounds.
     [[nodiscard]] double clamped(double value) const;
 

@@ -162,6 +162,7 @@ void TouchNumKeyboard::Private::build(const QString& titleText)
     line = new EntryLine(titleText, q);
     limits = createLabel(QStringLiteral("limitsLabel"), limitsFont, QFont::Normal, q);
     keypad = new Keypad(adapter->units(), entry.stepText(), q);
+    keypad->offer(entry.limits().takesFractions(), entry.limits().takesNegatives());
 
     auto* const layout = new QVBoxLayout(q);
     layout->setContentsMargins(margin, margin, margin, margin);

@@ -49,9 +49,9 @@ QString EntryLimits::text() const
         return tr("%1 to %2").arg(quantityText(*m_minimum), quantityText(*m_maximum));
     }
     if (m_minimum) {
-        return tr("at least %1").arg(quantityText(*m_minimum));
+        return tr("At least %1").arg(quantityText(*m_minimum));
     }
-    return m_maximum ? tr("at most %1").arg(quantityText(*m_maximum)) : QString();
+    return m_maximum ? tr("At most %1").arg(quantityText(*m_maximum)) : QString();
 }
 
 QString EntryLimits::boundRefusal(double value) const

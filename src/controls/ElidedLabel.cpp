@@ -79,16 +79,10 @@ bool ElidedLabel::isCut() const
 
 QFont ElidedLabel::fittingFont() const
 {
-    QFont fitting = font();
     if (m_lines > 1 || m_smallestSize == 0 || fits()) {
-        return fitting;
+        return font();
     }
-    const int width = contentsRect().width();
-    int size = QFontInfo(fitting).pixelSize();
-    while (size > m_smallestSize && QFontMetrics(fitting).horizontalAdvance(text()) > width) {
-        fitting.setPixelSize(--size);
-    }
-    return fitting;
+    return Controls::fittingFont(font(), text(), contentsRect().width(), m_smallestSize);
 }
 
 QSize ElidedLabel::sizeHint() const

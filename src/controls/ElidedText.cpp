@@ -1,5 +1,6 @@
 #include "controls/ElidedText.h"
 
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QTextLayout>
 
@@ -27,6 +28,16 @@ QStringList elidedLines(const QString& text, const QFont& font, int width, int l
     }
     layout.endLayout();
     return shown;
+}
+
+QFont fittingFont(const QFont& font, const QString& text, int width, int smallest)
+{
+    QFont fitting = font;
+    int size = QFontInfo(font).pixelSize();
+    while (size > smallest && QFontMetrics(fitting).horizontalAdvance(text) > width) {
+        fitting.setPixelSize(--size);
+    }
+    return fitting;
 }
 
 bool isCut(const QStringList& shownLines, const QString& text)

@@ -12,4 +12,7 @@ namespace Controls {
 // Whether such lines show less than the whole text.
 [[nodiscard]] bool isCut(const QStringList& shownLines, const QString& text);
 
+// The font, or a smaller one if the text is wider in it than `width` pixels; not below `smallest` pixels.
+[[nodiscard]] QFont fittingFont(const QFont& font, const QString& text, int width, int smallest);
+
 } // namespace Controls

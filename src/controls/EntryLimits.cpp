@@ -49,9 +49,9 @@ QString EntryLimits::text() const
         return tr("%1 to %2").arg(quantityText(*m_minimum), quantityText(*m_maximum));
     }
     if (m_minimum) {
-        return tr("at least %1").arg(quantityText(*m_minimum));
+        return tr("At least %1").arg(quantityText(*m_minimum));
     }
-    return m_maximum ? tr("at most %1").arg(quantityText(*m_maximum)) : QString();
+    return m_maximum ? tr("At most %1").arg(quantityText(*m_maximum)) : QString();
 }
 
 QString EntryLimits::boundRefusal(double value) const
@@ -77,6 +77,16 @@ QString EntryLimits::finenessRefusal(double value) const
     }
     const Utils::Decimal finest = {QByteArrayLiteral("1"), *m_finestPower + 1};
     return tr("The finest step is %1.").arg(quantityText(Utils::plainText(finest).toDouble()));
+}
+
+bool EntryLimits::takesFractions() const
+{
+    return !m_finestPower || unitAt(0).exponent > *m_finestPower;
+}
+
+bool EntryLimits::takesNegatives() const
+{
+    return !m_minimum || *m_minimum < 0.0;
 }
 
 double EntryLimits::clamped(double value) const

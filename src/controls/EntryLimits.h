@@ -16,12 +16,16 @@ public:
     // `scale` must outlive the object. Bounds that are no numbers or contradict each other do not apply.
     EntryLimits(const BaseUnitAdapter& scale, const NumericEntry& entry);
 
-    // "9 kHz to 6 GHz", "at least 1 Hz", "at most 100", or nothing.
+    // "9 kHz to 6 GHz", "At least 1 Hz", "At most 100", or nothing.
     [[nodiscard]] QString text() const;
 
     // Why this value is not taken, a sentence that names the limit; empty when it is taken.
     [[nodiscard]] QString boundRefusal(double value) const;
     [[nodiscard]] QString finenessRefusal(double value) const;
+
+    // Whether a number with a decimal point, in any of the units, or one below zero can be taken at all.
+    [[nodiscard]] bool takesFractions() const;
+    [[nodiscard]] bool takesNegatives() const;
 
     // The nearest value within the bounds.
     [[nodiscard]] double clamped(double value) const;

@@ -1,5 +1,6 @@
 #include "controls/EntryLine.h"
 
+#include "controls/ElidedText.h"
 #include "controls/EntryLineAccessible.h"
 #include "controls/NumberEntry.h"
 
@@ -66,15 +67,7 @@ int EntryLabel::positionAt(int x) const
 
 QFont EntryLabel::fittingFont() const
 {
-    QFont fitting = font();
-    const int room = width() - cursorWidth;
-    for (int size = numberSize; size > smallestNumberSize; --size) {
-        fitting.setPixelSize(size);
-        if (QFontMetrics(fitting).horizontalAdvance(text()) <= room) {
-            return fitting;
-        }
-    }
-    return fitting;
+    return Controls::fittingFont(font(), text(), width() - cursorWidth, smallestNumberSize);
 }
 
 int EntryLabel::textLeft(const QFontMetrics& metrics) const

@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
 #include <algorithm>
 
 namespace Controls {
@@ -88,6 +89,26 @@ QSize EnumList::cellSize() const
 {
     const int margin = m_columns > 1 ? wrapMargin : 0;
     return {(viewport()->width() - margin) / m_columns, rowHeight};
+}
+
+QRect EnumList::visualRect(const QModelIndex& index) const
+{
+    const QRect view = viewport()->rect();
+    QRect cell = QStyle::visualRect(layoutDirection(), view, QListView::visualRect(index));
+    if (index.isValid() && index.row() % m_columns == m_columns - 1) {
+        cell.setRight(view.right());
+    }
+    return QStyle::visualRect(layoutDirection(), view, cell);
+}
+
+QModelIndex EnumList::indexAt(const QPoint& position) const
+{
+    const QRect view = viewport()->rect();
+    QPoint place = QStyle::visualPos(layoutDirection(), view, position);
+    if (view.contains(place)) {
+        place.setX(std::min(place.x(), cellSize().width() * m_columns - 1));
+    }
+    return QListView::indexAt(QStyle::visualPos(layoutDirection(), view, place));
 }
 
 bool EnumList::marksCursorAt(const QModelIndex& index) const

@@ -22,6 +22,10 @@ public:
     // One row.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
+    // The cells in the last column reach the edge, over the pixels that columns of one width leave.
+    [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+    [[nodiscard]] QModelIndex indexAt(const QPoint& position) const override;
+
     // The size of an item at the list's present width.
     [[nodiscard]] QSize cellSize() const;
     // The item that is held down.

@@ -35,15 +35,7 @@ void paintPlain(QPainter& painter, const QStyleOptionButton& option)
         background = option.palette.brush(QPalette::Midlight);
     }
     painter.fillRect(option.rect, background);
-    painter.setPen(option.palette.color(QPalette::Mid));
-    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
-}
-
-// Filled, not drawn: a line would stand beside the edge at a scale of 2.
-void paintFrame(QPainter& painter, const QRect& rect)
-{
-    painter.setClipRegion(QRegion(rect).subtracted(rect.adjusted(1, 1, -1, -1)));
-    painter.fillRect(rect, ThemeManager::instance().color(ThemeManager::Border));
+    Controls::paintFrame(painter, option.rect, option.palette.color(QPalette::Mid));
 }
 
 } // namespace
@@ -226,7 +218,7 @@ void InfoButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (m_readOnly) {
-        paintFrame(painter, rect());
+        Controls::paintFrame(painter, rect(), ThemeManager::instance().color(ThemeManager::Border));
         return;
     }
     QStyleOptionButton option;

@@ -111,6 +111,12 @@ void Keypad::setCurrentUnit(int index)
     }
 }
 
+void Keypad::offer(bool point, bool sign)
+{
+    m_point->setEnabled(point);
+    m_sign->setEnabled(sign);
+}
+
 KeypadKey* Keypad::add(const Key& key)
 {
     auto* const button = new KeypadKey(key.label, key.fontSize, this);
@@ -144,10 +150,10 @@ void Keypad::addDigits()
     }
     const int row = digitRows - 1;
     add({QStringLiteral("key0"), QStringLiteral("0"), QString(), digitFont, row, 0, 1, 2, typing('0')});
-    add({QStringLiteral("keyPoint"), QStringLiteral("."), tr("Decimal point"), digitFont, row, 2, 1, 2,
-         typing('.')});
-    add({QStringLiteral("keySign"), QStringLiteral("+/\u2212"), tr("Change sign"), digitFont, row, 4, 1, 2,
-         edit(&NumberEntry::toggleSign)});
+    m_point = add({QStringLiteral("keyPoint"), QStringLiteral("."), tr("Decimal point"), digitFont, row, 2, 1,
+                   2, typing('.')});
+    m_sign = add({QStringLiteral("keySign"), QStringLiteral("+/\u2212"), tr("Change sign"), digitFont, row, 4,
+                  1, 2, edit(&NumberEntry::toggleSign)});
 }
 
 void Keypad::addEditKeys(int firstRow, bool stacked)

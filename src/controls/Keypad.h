@@ -30,6 +30,9 @@ public:
     // Marks the key of the unit that is shown; -1 marks none.
     void setCurrentUnit(int index);
 
+    // Disables the keys that could only lead to a number that is not taken.
+    void offer(bool point, bool sign);
+
 signals:
     void pressed(const Controls::Keypad::Action& action);
 
@@ -44,6 +47,8 @@ private:
 
     QVector<QPair<KeypadKey*, QRect>> m_keys; // each with its cells: columns and rows of the grid
     int m_rows = 0;
+    KeypadKey* m_point = nullptr;
+    KeypadKey* m_sign = nullptr;
     QVector<KeypadKey*> m_unitKeys;
     int m_currentUnit = -1;
 };

@@ -1,5 +1,7 @@
 #include "controls/KeypadKey.h"
 
+#include "controls/ElidedText.h"
+
 #include <QKeyEvent>
 
 namespace Controls {
@@ -55,13 +57,9 @@ bool KeypadKey::event(QEvent* event)
 void KeypadKey::fitLabel()
 {
     const int room = width() - 2 * inset;
-    QFont fitting = font();
-    for (int size = m_fontSize; size >= smallestFont; --size) {
-        fitting.setPixelSize(size);
-        if (QFontMetrics(fitting).horizontalAdvance(m_label) <= room) {
-            break;
-        }
-    }
+    QFont usual = font();
+    usual.setPixelSize(m_fontSize);
+    const QFont fitting = fittingFont(usual, m_label, room, smallestFont);
     if (fitting.pixelSize() != font().pixelSize()) {
         setFont(fitting);
     }

@@ -3,7 +3,10 @@
 #include "controls/ThemeManager.h"
 
 #include <QPainter>
+#include <QRegion>
 #include <QStyleOption>
+#include <QTransform>
+#include <algorithm>
 #include <initializer_list>
 
 namespace Controls {
@@ -25,6 +28,28 @@ void paintStroke(QPainter& painter, const QRectF& box, const QColor& color,
     painter.setPen(QPen(color, strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(line);
     painter.restore();
+}
+
+QRect inDevicePixels(const QPainter& painter, const QRect& rect)
+{
+    return painter.deviceTransform().mapRect(QRectF(rect)).toRect();
+}
+
+int lineInDevicePixels(const QPainter& painter, int width)
+{
+    return std::max(1, qRound(painter.deviceTransform().m11() * width));
+}
+
+// The part of `outer`, in pixels of the device, that is nearer to its edge than `line`. Filled, not drawn:
+// where a pen's line begins and how wide it is depends on the scale and on the side.
+void fillEdges(QPainter& painter, const QRect& outer, int line, const QColor& color)
+{
+    const QTransform back = painter.deviceTransform().inverted();
+    const QRect inner = outer.adjusted(line, line, -line, -line);
+    const QRegion edges = QRegion(outer).subtracted(inner);
+    for (const QRect& edge : edges) {
+        painter.fillRect(back.mapRect(QRectF(edge)), color);
+    }
 }
 
 } // namespace
@@ -61,13 +86,20 @@ void paintCheckMark(QPainter& painter, const QRect& box, bool checked, bool enab
     }
 }
 
+void paintFrame(QPainter& painter, const QRect& rect, const QColor& color, int width)
+{
+    fillEdges(painter, inDevicePixels(painter, rect), lineInDevicePixels(painter, width), color);
+}
+
+void paintFrameAround(QPainter& painter, const QRect& rect, const QColor& color)
+{
+    const int line = lineInDevicePixels(painter, 1);
+    fillEdges(painter, inDevicePixels(painter, rect).adjusted(-line, -line, line, line), line, color);
+}
+
 void paintFocusRing(QPainter& painter, const QRect& rect)
 {
-    QPen pen(ThemeManager::instance().color(ThemeManager::FocusRing), ringWidth);
-    pen.setJoinStyle(Qt::MiterJoin);
-    painter.setPen(pen);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(rect.adjusted(1, 1, -1, -1));
+    paintFrame(painter, rect, ThemeManager::instance().color(ThemeManager::FocusRing), ringWidth);
 }
 
 bool marksFocus(Qt::FocusReason reason, bool markedBefore)

@@ -19,6 +19,13 @@ void paintChevron(QPainter& painter, const QRect& box, const QColor& color);
 // A box with a tick or without one, as of a check box. A box that cannot be used is an outline.
 void paintCheckMark(QPainter& painter, const QRect& box, bool checked, bool enabled);
 
+// A line along the inside of the edge of `rect`, `width` pixels wide. On every side it covers as many pixels
+// of the device, at any scale.
+void paintFrame(QPainter& painter, const QRect& rect, const QColor& color, int width = 1);
+
+// Such a line, of one pixel, around `rect`: nothing is left between them.
+void paintFrameAround(QPainter& painter, const QRect& rect, const QColor& color);
+
 // Keyboard focus, inside the edge of `rect`.
 void paintFocusRing(QPainter& painter, const QRect& rect);
 

@@ -89,8 +89,7 @@ void PopupWidget::paintEvent(QPaintEvent*)
     const ThemeManager& theme = ThemeManager::instance();
     QPainter painter(this);
     painter.fillRect(rect(), theme.color(ThemeManager::Raised));
-    painter.setPen(theme.color(ThemeManager::Border));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    Controls::paintFrame(painter, rect(), theme.color(ThemeManager::Border));
     Controls::paintStyledBackground(painter, *this);
 }
 

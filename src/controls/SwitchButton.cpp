@@ -126,8 +126,10 @@ void SwitchButton::showStatus()
 
 void SwitchButton::showWords()
 {
-    m_on->setText(tr("ON"));
-    m_off->setText(tr("OFF"));
+    const QString on = tr("ON");
+    const QString off = tr("OFF");
+    m_on->setWords(on, off);
+    m_off->setWords(off, on);
 }
 
 void SwitchButton::tellCutCaption()
@@ -146,8 +148,8 @@ void SwitchButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     Controls::paintStyledBackground(painter, *this);
-    painter.setPen(ThemeManager::instance().color(ThemeManager::Border));
-    painter.drawRect(m_on->geometry().united(m_off->geometry()).adjusted(-1, -1, 0, 0));
+    Controls::paintFrameAround(painter, m_on->geometry().united(m_off->geometry()),
+                               ThemeManager::instance().color(ThemeManager::Border));
     if (hasFocus() && m_focusByKeyboard) {
         Controls::paintFocusRing(painter, rect());
     }

@@ -1,10 +1,12 @@
 #include "controls/SwitchHalf.h"
 
+#include "controls/ElidedText.h"
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
 
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <QtMath>
 
 namespace Controls {
 namespace {
@@ -12,10 +14,12 @@ namespace {
 constexpr int touchSize = 44; // pixels, as all of these
 constexpr int usualWidth = 72;
 constexpr int wordSize = 14;
+constexpr int smallestWordSize = 12;
 constexpr int tickSize = 10;
 constexpr int tickGap = 5;
+constexpr int markWidth = tickSize + tickGap;
 constexpr int inset = 6;
-constexpr int beforeWord = inset + tickSize + tickGap;
+constexpr int roundedOff = 1; // advances are rounded, the elision is exact
 constexpr double disabledOpacity = 0.4;
 
 QColor themed(ThemeManager::Role role)
@@ -40,11 +44,21 @@ SwitchHalf::SwitchHalf(bool on, QWidget* parent)
     setFont(word);
 }
 
+void SwitchHalf::setWords(const QString& own, const QString& other)
+{
+    m_otherWord = other;
+    setText(own);
+    updateGeometry();
+    if (testAttribute(Qt::WA_WState_Polished)) {
+        tellCutWord();
+    }
+}
+
 QSize SwitchHalf::sizeHint() const
 {
     ensurePolished();
-    const int word = fontMetrics().horizontalAdvance(text()) + 1;
-    return {qMax(usualWidth, word + 2 * beforeWord), touchSize};
+    const int word = fontMetrics().horizontalAdvance(widerWord()) + roundedOff;
+    return {qMax(usualWidth, markWidth + word + 2 * inset), touchSize};
 }
 
 QSize SwitchHalf::minimumSizeHint() const
@@ -82,10 +96,12 @@ void SwitchHalf::paintBackground(QPainter& painter, const QStyleOptionButton& op
 void SwitchHalf::paintWord(QPainter& painter, QStyleOptionButton option)
 {
     const auto activeRole = m_on ? ThemeManager::OnText : ThemeManager::Text;
-    const QColor ink = themed(!isEnabled()  ? ThemeManager::DisabledText
-                              : isChecked() ? activeRole
-                                            : ThemeManager::SecondaryText);
-    option.text = shownWord();
+    const auto quietRole = isEnabled() ? ThemeManager::SecondaryText : ThemeManager::DisabledText;
+    // On the faint colour of the active half the text of a disabled control would hardly be seen.
+    const auto markedRole = isEnabled() ? activeRole : ThemeManager::SecondaryText;
+    const QColor ink = themed(isChecked() ? markedRole : quietRole);
+    painter.setFont(wordFont());
+    option.text = shownWord(isChecked());
     option.rect = wordRect();
     if (isEnabled()) {
         option.palette.setColor(QPalette::ButtonText, ink); // a style sheet has the last word
@@ -102,34 +118,52 @@ void SwitchHalf::paintWord(QPainter& painter, QStyleOptionButton option)
 void SwitchHalf::resizeEvent(QResizeEvent* event)
 {
     QPushButton::resizeEvent(event);
-    setToolTip(shownWord() == text() ? QString() : text());
+    tellCutWord();
 }
 
 // The second press of a double click would ask again for what the first has asked for, if the switch has been
 // put back meanwhile until that is confirmed.
 void SwitchHalf::mouseDoubleClickEvent(QMouseEvent*) {}
 
-// In the middle; beside the mark when there the word would run into it.
+QString SwitchHalf::widerWord() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const bool own = metrics.horizontalAdvance(text()) >= metrics.horizontalAdvance(m_otherWord);
+    return own ? text() : m_otherWord;
+}
+
+// Of one size in both halves, whichever is active: nothing but the mark comes and goes.
+QFont SwitchHalf::wordFont() const
+{
+    return fittingFont(font(), widerWord(), width() - 2 * inset - markWidth - roundedOff, smallestWordSize);
+}
+
+QString SwitchHalf::shownWord(bool besideMark) const
+{
+    const int room = width() - 2 * inset - (besideMark ? markWidth : 0);
+    return QFontMetrics(wordFont()).elidedText(text(), Qt::ElideRight, room);
+}
+
 QRect SwitchHalf::wordRect() const
 {
-    const int word = fontMetrics().horizontalAdvance(text()) + 1;
-    if (word + 2 * beforeWord <= width()) {
-        const int left = (width() - word) / 2;
-        return QStyle::visualRect(layoutDirection(), rect(), {left, 0, word, height()});
+    if (!isChecked()) {
+        return rect();
     }
-    return QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(beforeWord, 0, -inset, 0));
+    const double word = QFontMetricsF(wordFont()).horizontalAdvance(shownWord(true));
+    const int left = qRound((width() - markWidth - word) / 2) + markWidth;
+    return QStyle::visualRect(layoutDirection(), rect(), {left, 0, qCeil(word), height()});
 }
 
 QRect SwitchHalf::tickRect() const
 {
     const QRect word = QStyle::visualRect(layoutDirection(), rect(), wordRect());
-    const QRect tick(word.left() - tickGap - tickSize, (height() - tickSize) / 2, tickSize, tickSize);
+    const QRect tick(word.left() - markWidth, (height() - tickSize) / 2, tickSize, tickSize);
     return QStyle::visualRect(layoutDirection(), rect(), tick);
 }
 
-QString SwitchHalf::shownWord() const
+void SwitchHalf::tellCutWord()
 {
-    return fontMetrics().elidedText(text(), Qt::ElideRight, wordRect().width());
+    setToolTip(shownWord(true) == text() ? QString() : text());
 }
 
 } // namespace Controls

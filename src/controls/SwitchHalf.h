@@ -5,7 +5,7 @@
 namespace Controls {
 
 // One half of a SwitchButton. The active half carries a check mark beside its word, so that colour is not
-// the only sign; the word stands still when the mark comes and goes.
+// the only sign. The word, or the mark and the word together, stand in the middle.
 class SwitchHalf final : public QPushButton
 {
     Q_OBJECT
@@ -16,7 +16,11 @@ public:
 
     [[nodiscard]] bool meansOn() const { return m_on; }
 
-    // Wide enough for the word and the mark.
+    // The word of this half, and that of the other: both halves are as wide and as large as the wider one
+    // wants.
+    void setWords(const QString& own, const QString& other);
+
+    // Wide enough for either word and the mark.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -28,11 +32,15 @@ protected:
 private:
     void paintBackground(QPainter& painter, const QStyleOptionButton& option);
     void paintWord(QPainter& painter, QStyleOptionButton option);
+    [[nodiscard]] QString widerWord() const;
+    [[nodiscard]] QFont wordFont() const;
+    [[nodiscard]] QString shownWord(bool besideMark) const;
     [[nodiscard]] QRect wordRect() const;
     [[nodiscard]] QRect tickRect() const;
-    [[nodiscard]] QString shownWord() const;
+    void tellCutWord();
 
     bool m_on;
+    QString m_otherWord;
 };
 
 } // namespace Controls

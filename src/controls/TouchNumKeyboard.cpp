@@ -5,6 +5,7 @@
 #include "controls/EntryLine.h"
 #include "controls/Keypad.h"
 #include "controls/KeypadKey.h"
+#include "controls/Marks.h"
 #include "controls/NumberEntry.h"
 #include "controls/Placement.h"
 
@@ -161,6 +162,7 @@ void TouchNumKeyboard::Private::build(const QString& titleText)
     line = new EntryLine(titleText, q);
     limits = createLabel(QStringLiteral("limitsLabel"), limitsFont, QFont::Normal, q);
     keypad = new Keypad(adapter->units(), entry.stepText(), q);
+    keypad->offer(entry.limits().takesFractions(), entry.limits().takesNegatives());
 
     auto* const layout = new QVBoxLayout(q);
     layout->setContentsMargins(margin, margin, margin, margin);
@@ -344,8 +346,7 @@ void TouchNumKeyboard::paintEvent(QPaintEvent* event)
     QDialog::paintEvent(event);
     if (!testAttribute(Qt::WA_StyleSheetTarget)) {
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::Mid));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        paintFrame(painter, rect(), palette().color(QPalette::Mid));
     }
 }
 

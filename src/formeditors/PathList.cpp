@@ -1,36 +1,12 @@
 #include "formeditors/PathList.h"
 
 #include <QKeyEvent>
-#include <QPainter>
-#include <QStyledItemDelegate>
-#include <utility>
 
 namespace {
 
 constexpr int rowHeight = 36; // pixels; as high as a finger needs
 constexpr int usualRows = 4;
 constexpr int fewestRows = 2;
-constexpr int textInset = 6; // pixels, besides the style's own margin
-
-// Keeps the texts away from the edges, as those of the buttons are.
-class PathDelegate final : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        QStyleOptionViewItem row = option;
-        initStyleOption(&row, index);
-        const QString text = std::exchange(row.text, QString());
-        const QStyle* const style = row.widget->style();
-        style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
-        row.text = text;
-        row.state &= ~QStyle::State_HasFocus;
-        row.rect.adjust(textInset, 0, -textInset, 0);
-        style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
-    }
-};
 
 } // namespace
 
@@ -43,7 +19,6 @@ PathList::PathList(QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
     setUniformItemSizes(true);
-    setItemDelegate(new PathDelegate(this));
     connect(model(), &QAbstractItemModel::rowsMoved, this, &PathList::tellOrderLater);
 }
 

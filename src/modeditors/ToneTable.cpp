@@ -3,6 +3,7 @@
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
 #include "modeditors/CutCaptions.h"
+#include "modeditors/ItemMargin.h"
 #include "utils/NumberText.h"
 
 #include <QHeaderView>
@@ -55,9 +56,7 @@ public:
     {
         QStyle* const style = option.widget->style();
         QStyleOptionViewItem cell = option;
-        // A style keeps this away from an item's edge, but not from that of a header section.
-        cell.rect.adjust(-style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) - 1, 0, 0,
-                         0);
+        cell.rect.setLeft(cell.rect.left() - itemMargin(option, option.widget));
         initStyleOption(&cell, index);
         cell.state &= ~QStyle::State_HasFocus;
         const QRect mark = style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &cell, cell.widget);

@@ -1,6 +1,7 @@
 #include "modeditors/WaveformDelegate.h"
 
 #include "controls/ThemeManager.h"
+#include "modeditors/ItemMargin.h"
 #include "modeditors/WaveformTable.h"
 
 #include <QHelpEvent>
@@ -12,8 +13,8 @@ using Controls::ThemeManager;
 namespace {
 
 constexpr int sheetPadding = 20; // pixels on either side of a text, as the style sheet has it
-constexpr int textGap = 12;      // between a name and the facts
-constexpr int unusedLeft = 10;   // of the padding before the icon
+constexpr int edgeGap = 12;      // between a name and the edge, where there are no facts
+constexpr int iconRim = 2;       // left of what an icon shows
 constexpr int selectionBar = 3;  // marks the row by more than its colour, as in the theme's lists
 
 } // namespace
@@ -34,6 +35,7 @@ void WaveformDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     }
     QStyleOptionViewItem facts = option;
     initStyleOption(&facts, index);
+    facts.rect.setRight(facts.rect.right() + itemMargin(option, m_table));
     m_table->style()->drawControl(QStyle::CE_ItemViewItem, &facts, painter, m_table);
     QRect free = option.rect;
     free.setRight(factsLeft(option, index) - 1);
@@ -49,8 +51,8 @@ bool WaveformDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const QStyleOptionViewItem name = nameOption(option, index);
     const QStyle* const style = m_table->style();
     const QRect room = style->subElementRect(QStyle::SE_ItemViewItemText, &name, m_table);
-    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &name, m_table) + 1;
-    const bool cut = name.fontMetrics.horizontalAdvance(name.text) > room.width() - 2 * margin;
+    const int textWidth = room.width() - 2 * itemMargin(name, m_table);
+    const bool cut = name.fontMetrics.horizontalAdvance(name.text) > textWidth;
     // A file may be named as if it were markup.
     const QString tip = QStringLiteral("<span>%1</span>").arg(name.text.toHtmlEscaped());
     QToolTip::showText(event->globalPos(), cut ? tip : QString(), view);
@@ -78,18 +80,19 @@ QStyleOptionViewItem WaveformDelegate::nameOption(const QStyleOptionViewItem& ce
     QStyleOptionViewItem option = cell;
     initStyleOption(&option, index.sibling(index.row(), WaveformTable::Name));
     option.textElideMode = Qt::ElideMiddle;
-    option.rect.setLeft(m_table->columnViewportPosition(WaveformTable::Name) - unusedLeft);
-    option.rect.setRight(factsLeft(cell, index) - textGap + sheetPadding);
+    option.rect.setLeft(m_table->columnViewportPosition(WaveformTable::Name) - itemMargin(cell, m_table) -
+                        iconRim);
+    option.rect.setRight(factsLeft(cell, index) - 1);
     return option;
 }
 
 int WaveformDelegate::factsLeft(const QStyleOptionViewItem& cell, const QModelIndex& index) const
 {
     if (m_table->isColumnHidden(WaveformTable::Facts)) {
-        return m_table->viewport()->width();
+        return m_table->viewport()->width() - edgeGap + sheetPadding;
     }
     const QString facts = index.sibling(index.row(), WaveformTable::Facts).data().toString();
     const int right =
         m_table->columnViewportPosition(WaveformTable::Facts) + m_table->columnWidth(WaveformTable::Facts);
-    return right - sheetPadding - cell.fontMetrics.horizontalAdvance(facts) - textGap;
+    return right - sheetPadding - cell.fontMetrics.horizontalAdvance(facts);
 }

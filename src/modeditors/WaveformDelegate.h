@@ -26,7 +26,7 @@ private:
                    const QModelIndex& index) const;
     [[nodiscard]] QStyleOptionViewItem nameOption(const QStyleOptionViewItem& cell,
                                                   const QModelIndex& index) const;
-    // Where the facts begin, in the viewport.
+    // Where the facts begin, in the viewport, and with them the room for a name and its padding ends.
     [[nodiscard]] int factsLeft(const QStyleOptionViewItem& cell, const QModelIndex& index) const;
 
     QTableView* m_table;

@@ -79,7 +79,7 @@ void PropertyBindingTest::carriesTheConfiguration()
     QCOMPARE(labelText(keyboard, "titleLabel"), QStringLiteral("Start Frequency"));
     QCOMPARE(labelText(keyboard, "valueLabel"), QStringLiteral("1000"));
     QCOMPARE(labelText(keyboard, "unitLabel"), QStringLiteral("MHz"));
-    QCOMPARE(labelText(keyboard, "limitsLabel"), QStringLiteral("at least 1 Hz"));
+    QCOMPARE(labelText(keyboard, "limitsLabel"), QStringLiteral("At least 1 Hz"));
     auto* const adapter = qobject_cast<BaseUnitAdapter*>(keyboard->receiver());
     QVERIFY(adapter);
     QCOMPARE(adapter->commitMode(), int(BaseUnitAdapter::OnEditingFinished));

@@ -118,8 +118,8 @@ void EntryLimitsTest::limitsText_data()
     QTest::addColumn<QString>("text");
     const double none = std::numeric_limits<double>::quiet_NaN();
     QTest::newRow("both") << 9e3 << 6e9 << "9 kHz to 6 GHz";
-    QTest::newRow("minimum") << 1.0 << none << "at least 1 Hz";
-    QTest::newRow("maximum") << none << 6e9 << "at most 6 GHz";
+    QTest::newRow("minimum") << 1.0 << none << "At least 1 Hz";
+    QTest::newRow("maximum") << none << 6e9 << "At most 6 GHz";
     QTest::newRow("none") << none << none << "";
     QTest::newRow("infinite") << -HUGE_VAL << HUGE_VAL << "";
 }

@@ -289,9 +289,16 @@ void EnumListTest::gridHasThreeColumns()
     QVERIFY(!list.verticalScrollBar()->isVisible());
     for (int row = 0; row < 17; ++row) {
         const QRect cell = list.visualRect(list.model()->index(row, 0));
-        QCOMPARE(cell.x() / cell.width(), row % 3);
+        QCOMPARE(cell.x(), row % 3 * list.cellSize().width());
         QCOMPARE(cell.y(), row / 3 * 44);
         QVERIFY(list.viewport()->rect().contains(cell));
+        // The last column has what is left over.
+        if (row % 3 == 2) {
+            QCOMPARE(cell.right(), list.viewport()->rect().right());
+            QCOMPARE(list.indexAt(QPoint(cell.right(), cell.center().y())).row(), row);
+        } else {
+            QCOMPARE(cell.width(), list.cellSize().width());
+        }
     }
 }
 

@@ -18,6 +18,9 @@ constexpr char popupSheet[] = "SwitchButton > QLabel { background-color: transpa
                               "SwitchButton QPushButton#btnOn:checked { background-color: #010203; }"
                               "SwitchButton QPushButton#btnOff:checked { background-color: #040506; }";
 
+// Ink on paper, nothing else.
+constexpr char plainSheet[] = "SwitchButton QPushButton { background: white; color: black; border: 0px; }";
+
 QString themeSheet()
 {
     QFile file(QStringLiteral(CONFIGURATION_DIR "/theme.css"));
@@ -66,6 +69,43 @@ public:
     [[nodiscard]] bool isEmpty() const override { return false; }
 };
 
+// Says the two words of a switch in another language, as long as it lives.
+class Wording final : public QTranslator
+{
+public:
+    Wording(QString on, QString off)
+        : m_on(std::move(on))
+        , m_off(std::move(off))
+    {
+        QCoreApplication::installTranslator(this);
+    }
+    ~Wording() override { QCoreApplication::removeTranslator(this); }
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        if (qstrcmp(context, "SwitchButton") != 0)
+            return QString();
+        return qstrcmp(text, "ON") == 0 ? m_on : m_off;
+    }
+    [[nodiscard]] bool isEmpty() const override { return false; }
+
+private:
+    QString m_on;
+    QString m_off;
+};
+
+// The smallest rectangle with all that is not paper.
+QRect inkIn(const QImage& picture)
+{
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y).lightness() < 128)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
+}
+
 } // namespace
 
 class SwitchButtonTest final : public QObject
@@ -90,6 +130,8 @@ private slots:
     void longWordsAreElided();
     void styleSheetReachesTheParts();
     void theActiveHalfIsMarkedWithoutColour();
+    void contentsAreCentred_data();
+    void contentsAreCentred();
     void pressingShowsAtOnce();
     void disabledStillShowsItsStatus();
     void focusMarkIsSeen();
@@ -330,16 +372,60 @@ void SwitchButtonTest::styleSheetReachesTheParts()
 
 void SwitchButtonTest::theActiveHalfIsMarkedWithoutColour()
 {
-    qApp->setStyleSheet(
-        QStringLiteral("SwitchButton QPushButton { background: white; color: black; border: 0px; }"));
+    qApp->setStyleSheet(QLatin1String(plainSheet));
     Panel panel;
     const QImage off = panel.half(true)->grab().toImage();
     panel.toggle->setStatus(true);
     const QImage on = panel.half(true)->grab().toImage();
-    QVERIFY(on != off);
-    // Left of the word a mark, the word where it was.
-    const QRect word(on.width() / 2 - 10, 0, on.width() / 2 + 10, on.height());
-    QCOMPARE(on.copy(word), off.copy(word));
+    // In front of the word there is a mark now, and nothing else is new.
+    const QRect word = inkIn(off);
+    const QRect marked = inkIn(on);
+    QVERIFY(marked.width() > word.width() + 10);
+    QCOMPARE(on.copy(marked.right() + 1 - word.width(), 0, word.width(), on.height()),
+             off.copy(word.left(), 0, word.width(), off.height()));
+}
+
+void SwitchButtonTest::contentsAreCentred_data()
+{
+    QTest::addColumn<QString>("on");
+    QTest::addColumn<QString>("off");
+    QTest::addColumn<int>("width");
+    const struct
+    {
+        const char* on;
+        const char* off;
+    } languages[] = {
+        {"ON", "OFF"}, {"EIN", "AUS"}, {"LIG.", "DESL."}, {"\u0412\u041a\u041b", "\u0412\u042b\u041a\u041b"}};
+    for (const auto& words : languages) {
+        for (const int width : {64, 65, 72, 120})
+            QTest::addRow("%s, %d", words.off, width)
+                << QString::fromUtf8(words.on) << QString::fromUtf8(words.off) << width;
+    }
+}
+
+// The word alone, or the mark and the word together.
+void SwitchButtonTest::contentsAreCentred()
+{
+    QFETCH(const QString, on);
+    QFETCH(const QString, off);
+    QFETCH(const int, width);
+    const Wording translator(on, off);
+    qApp->setStyleSheet(QLatin1String(plainSheet));
+    const Panel panel(false);
+    panel.toggle->resize(2 * width + 20, panel.toggle->height());
+    for (const bool status : {true, false}) {
+        panel.toggle->setStatus(status);
+        for (const bool half : {true, false}) {
+            const QImage picture = panel.half(half)->grab().toImage();
+            QCOMPARE(picture.width(), width);
+            QCOMPARE(panel.half(half)->toolTip(), QString());
+            const QRect ink = inkIn(picture);
+            const int left = ink.left();
+            const int right = picture.width() - 1 - ink.right();
+            QVERIFY2(qAbs(left - right) <= 2, qPrintable(QStringLiteral("%1, %2").arg(left).arg(right)));
+            QVERIFY2(left >= 4, qPrintable(QString::number(left)));
+        }
+    }
 }
 
 void SwitchButtonTest::pressingShowsAtOnce()

@@ -1,9 +1,13 @@
 #include "controls/ThemeManager.h"
+#include "support/Rendered.h"
 
 #include <QFile>
+#include <QMenu>
 #include <QMetaEnum>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -138,6 +142,12 @@ private slots:
     void textsAreLegible_data();
     void textsAreLegible();
     void switchingIsSeen();
+    void imagesAreOfTheTheme_data() { styleSheetsUseRolesOnly_data(); }
+    void imagesAreOfTheTheme();
+    void scrollBarsHaveCleanEdges_data();
+    void scrollBarsHaveCleanEdges();
+    void menuTickIsTheKits_data();
+    void menuTickIsTheKits();
 };
 
 void ThemeTest::cleanup()
@@ -275,6 +285,110 @@ void ThemeTest::switchingIsSeen()
         qApp->setStyleSheet(styleSheet(theme));
         QCOMPARE(button.grab().toImage().pixelColor(5, 5), ThemeManager::color(ThemeManager::Sunken, theme));
     }
+}
+
+// An outline that a style sheet shows as it is has a colour of its own.
+void ThemeTest::imagesAreOfTheTheme()
+{
+    QFETCH(const int, theme);
+    static const QRegularExpression image(QStringLiteral("url\\(([^)]*)\\)"));
+    static const QRegularExpression stroke(
+        QStringLiteral("stroke=\"(#[0-9a-f]{6})\"(?: stroke-opacity=\"([0-9.]+)\")?"));
+    const QString css = styleSheet(ThemeManager::Theme(theme));
+    QSet<QRgb> inks;
+    for (const auto role : {ThemeManager::Text, ThemeManager::SecondaryText})
+        inks.insert(ThemeManager::color(role, ThemeManager::Theme(theme)).rgba());
+    int outlines = 0;
+    for (auto found = image.globalMatch(css); found.hasNext();) {
+        const QString name = found.next().captured(1);
+        QFile file(name);
+        QVERIFY2(file.exists(), qPrintable(name));
+        if (!name.endsWith(QLatin1String(".svg")))
+            continue;
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QRegularExpressionMatch ink = stroke.match(QString::fromUtf8(file.readAll()));
+        QVERIFY2(ink.hasMatch(), qPrintable(name));
+        QColor color(ink.captured(1));
+        if (!ink.captured(2).isEmpty())
+            color.setAlpha(qRound(255 * ink.captured(2).toDouble()));
+        QVERIFY2(inks.contains(color.rgba()), qPrintable(name));
+        ++outlines;
+    }
+    QVERIFY(outlines >= 3);
+}
+
+void ThemeTest::scrollBarsHaveCleanEdges_data()
+{
+    QTest::addColumn<int>("orientation");
+    QTest::addColumn<double>("ratio");
+    for (const auto orientation : {Qt::Horizontal, Qt::Vertical}) {
+        for (const double ratio : {1.0, 1.5, 2.0}) {
+            QTest::addRow("%s at %g", orientation == Qt::Horizontal ? "horizontal" : "vertical", ratio)
+                << int(orientation) << ratio;
+        }
+    }
+}
+
+// The handle is one rectangle, and beside it there is nothing but the groove.
+void ThemeTest::scrollBarsHaveCleanEdges()
+{
+    QFETCH(const int, orientation);
+    QFETCH(const double, ratio);
+    qApp->setStyleSheet(styleSheet(ThemeManager::Light));
+    QScrollBar bar{Qt::Orientation(orientation)};
+    bar.setRange(0, 100);
+    bar.setPageStep(50);
+    bar.setValue(30);
+    bar.resize(orientation == Qt::Horizontal ? QSize(201, 14) : QSize(14, 201));
+    const QImage picture = TestSupport::rendered(&bar, ratio);
+    QRect handle;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == ThemeManager::color(ThemeManager::Outline, ThemeManager::Light))
+                handle |= QRect(x, y, 1, 1);
+        }
+    }
+    const int thickness = std::min(handle.width(), handle.height());
+    QVERIFY2(qAbs(thickness - 8 * ratio) <= 1, qPrintable(QString::number(thickness)));
+    QImage expected(picture.size(), picture.format());
+    expected.fill(ThemeManager::color(ThemeManager::Surface, ThemeManager::Light));
+    QPainter(&expected).fillRect(handle, ThemeManager::color(ThemeManager::Outline, ThemeManager::Light));
+    QCOMPARE(picture, expected);
+}
+
+void ThemeTest::menuTickIsTheKits_data()
+{
+    QTest::addColumn<double>("ratio");
+    for (const double ratio : {1.0, 1.5, 2.0})
+        QTest::addRow("at %g", ratio) << ratio;
+}
+
+// As wide as the tick of a drop-down's current item.
+void ThemeTest::menuTickIsTheKits()
+{
+    QFETCH(const double, ratio);
+    constexpr double tickWidth = 12;
+    qApp->setStyleSheet(styleSheet(ThemeManager::Dark));
+    QMenu menu;
+    QAction* const action = menu.addAction(QString());
+    action->setCheckable(true);
+    action->setChecked(true);
+    menu.resize(menu.sizeHint());
+    const QImage picture = TestSupport::rendered(&menu, ratio);
+    const QRect row(menu.actionGeometry(action).topLeft() * ratio,
+                    menu.actionGeometry(action).size() * ratio);
+    int left = row.right();
+    int right = row.left();
+    for (int y = row.top() + 2; y < row.bottom() - 2; ++y) {
+        for (int x = row.left() + 2; x < row.right() - 2; ++x) {
+            if (picture.pixelColor(x, y) != picture.pixelColor(row.left() + 2, row.top() + 2)) {
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+        }
+    }
+    const double width = (right - left + 1) / ratio;
+    QVERIFY2(qAbs(width - tickWidth) <= 1, qPrintable(QString::number(width)));
 }
 
 QTEST_MAIN(ThemeTest)

@@ -4,6 +4,8 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 
+Q_DECLARE_METATYPE(QVector<Controls::Unit>)
+
 using namespace OpenedKeyboard;
 
 class TouchNumKeyboardTest final : public QObject
@@ -13,6 +15,8 @@ class TouchNumKeyboardTest final : public QObject
 private slots:
     void opensWithTheValueSelected();
     void everyKeyWorks();
+    void keysThatLeadNowhereAreOff_data();
+    void keysThatLeadNowhereAreOff();
     void unitKeyEnds();
     void unitKeyOnTheUntouchedValueReExpresses();
     void refusalStaysUntilTheNextKey();
@@ -46,7 +50,9 @@ void TouchNumKeyboardTest::opensWithTheValueSelected()
 
 void TouchNumKeyboardTest::everyKeyWorks()
 {
-    Opened opened;
+    NumericEntry entry = OpenedKeyboard::frequencyEntry();
+    entry.minimum = -6e9;
+    Opened opened(entry);
     for (const QChar digit : QStringLiteral("1234567890")) {
         opened.click(QStringLiteral("key") + digit);
     }
@@ -66,6 +72,47 @@ void TouchNumKeyboardTest::everyKeyWorks()
     QCOMPARE(opened.shown(), QStringLiteral("2.999 GHz"));
     opened.click(QStringLiteral("keyEnter"));
     QVERIFY(opened.hasCommitted(2.999e9));
+}
+
+void TouchNumKeyboardTest::keysThatLeadNowhereAreOff_data()
+{
+    QTest::addColumn<QVector<Controls::Unit>>("units");
+    QTest::addColumn<bool>("whole");
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<bool>("point");
+    QTest::addColumn<bool>("sign");
+    const double any = qQNaN();
+    QTest::newRow("any number") << Quantities::plain() << false << any << true << true;
+    QTest::newRow("not negative") << Quantities::plain() << false << 0.0 << true << false;
+    QTest::newRow("whole") << Quantities::plain() << true << any << false << true;
+    QTest::newRow("count") << Quantities::plain() << true << 1.0 << false << false;
+    QTest::newRow("whole, one unit") << Quantities::level() << true << -30.0 << false << true;
+    QTest::newRow("whole, 1.5 kHz") << Quantities::frequency() << true << 0.0 << true << false;
+}
+
+// By the keys of the screen only: whatever is typed is judged as ever.
+void TouchNumKeyboardTest::keysThatLeadNowhereAreOff()
+{
+    QFETCH(const QVector<Controls::Unit>, units);
+    QFETCH(const bool, whole);
+    QFETCH(const double, minimum);
+    NumericEntry entry;
+    entry.value = 12.0;
+    entry.integerOnly = whole;
+    entry.minimum = minimum;
+    Opened opened(entry, units);
+    QTEST(opened.key(QStringLiteral("keyPoint"))->isEnabled(), "point");
+    QTEST(opened.key(QStringLiteral("keySign"))->isEnabled(), "sign");
+    opened.click(QStringLiteral("keyClear"));
+    opened.click(QStringLiteral("keyPoint"));
+    opened.click(QStringLiteral("keySign"));
+    QFETCH(const bool, point);
+    QFETCH(const bool, sign);
+    QCOMPARE(opened.text("valueLabel"), QLatin1String(sign ? "-" : "") + QLatin1String(point ? "0." : ""));
+    QVERIFY(opened.isReady());
+    opened.press(Qt::Key_A, Qt::ControlModifier);
+    opened.type("-1.5");
+    QCOMPARE(opened.text("valueLabel"), QStringLiteral("-1.5"));
 }
 
 void TouchNumKeyboardTest::unitKeyEnds()

@@ -1,6 +1,7 @@
 #include "controls/ElidedLabel.h"
 #include "controls/ThemeManager.h"
 #include "formeditors/FormFixture.h"
+#include "formeditors/PathList.h"
 #include "support/Translators.h"
 
 #include <QFile>
@@ -77,6 +78,7 @@ private slots:
     void formStandsInLine();
     void captionsAndValuesFit_data() { addKinds(); }
     void captionsAndValuesFit();
+    void selectedFileHasOneStripe();
 };
 
 void FormLookSuite::cleanup()
@@ -152,6 +154,23 @@ void FormLookSuite::captionsAndValuesFit()
         for (const ElidedLabel* label : labels)
             QVERIFY2(!label->isVisible() || !label->isCut(), qPrintable(label->text()));
     }
+}
+
+void FormLookSuite::selectedFileHasOneStripe()
+{
+    constexpr int stripeWidth = 3;
+    constexpr int aboveTheText = 2;
+    ThemeManager::instance().setTheme(ThemeManager::Dark);
+    qApp->setStyleSheet(styleSheetOf(ThemeManager::Dark));
+    FormFixture fixture("streaming");
+    stand(&fixture, popupWidth);
+    auto* const list = fixture.find<PathList>("FileList");
+    list->setCurrentRow(1);
+    const QImage row = list->viewport()->grab(list->visualItemRect(list->item(1))).toImage();
+    const QColor stripe = ThemeManager::instance().color(ThemeManager::FocusRing);
+    const QColor selected = ThemeManager::instance().color(ThemeManager::Accent);
+    for (int x = 0; x < row.width(); ++x)
+        QCOMPARE(row.pixelColor(x, aboveTheText), x < stripeWidth ? stripe : selected);
 }
 
 std::unique_ptr<QObject> makeFormLookSuite()

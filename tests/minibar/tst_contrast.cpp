@@ -1,6 +1,7 @@
 // Whether every text of the program can be read, and every mark seen, in the colours that the style sheets
 // give them.
 
+#include "controls/SwitchButton.h"
 #include "controls/ThemeManager.h"
 #include "minibar/Cascade.h"
 #include "minibar/StyleSheets.h"
@@ -8,6 +9,7 @@
 #include "modeditors/contract/RemoteModEditor.h"
 #include "sweep/SweepWidgets.h"
 
+#include <QDialog>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTest>
@@ -220,6 +222,8 @@ private slots:
     void texts();
     void marks_data();
     void marks();
+    void lockedSwitch_data();
+    void lockedSwitch();
     void everyColourIsTried_data();
     void everyColourIsTried();
 };
@@ -277,6 +281,40 @@ void ContrastTest::marks()
     StyledPath whole = part;
     whole.last().part.clear();
     QVERIFY(contrast(cascade.background(part), cascade.background(whole)) >= visible);
+}
+
+void ContrastTest::lockedSwitch_data()
+{
+    QTest::addColumn<bool>("light");
+    QTest::addColumn<bool>("on");
+    for (const bool light : {true, false})
+        for (const bool on : {true, false})
+            QTest::addRow("%s: %s", light ? "light" : "dark", on ? "on" : "off") << light << on;
+}
+
+// Its active half is painted faintly, which no style sheet tells.
+void ContrastTest::lockedSwitch()
+{
+    QFETCH(const bool, light);
+    QFETCH(const bool, on);
+    ThemeManager::instance().setTheme(light ? ThemeManager::Light : ThemeManager::Dark);
+    QDialog popup;
+    popup.setObjectName(QStringLiteral("miniBarHelperModPopup"));
+    popup.setStyleSheet(themeFile(light) + modPopupStyleSheet(light));
+    SwitchButton toggle(&popup);
+    toggle.setCompactMode(true);
+    toggle.resize(260, toggle.sizeHint().height());
+    toggle.setStatus(on);
+    toggle.setEnabled(false);
+    const auto* const half =
+        toggle.findChild<QWidget*>(on ? QStringLiteral("btnOn") : QStringLiteral("btnOff"));
+    const QImage picture = toggle.grab().toImage().copy(half->geometry());
+    const QColor paper = picture.pixelColor(2, 2);
+    double best = 0;
+    for (int x = 0; x < picture.width(); ++x)
+        for (int y = 0; y < picture.height(); ++y)
+            best = std::max(best, contrast(picture.pixelColor(x, y), paper));
+    QVERIFY2(best >= faint, qPrintable(QStringLiteral("%1 on %2").arg(best, 0, 'f', 2).arg(paper.name())));
 }
 
 void ContrastTest::everyColourIsTried_data()

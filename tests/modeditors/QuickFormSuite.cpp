@@ -56,6 +56,21 @@ int drawnPixels(const QImage& image, const QColor& color)
     return count;
 }
 
+// The smallest rectangle with all that is rather of this colour than of the lighter background.
+QRect inkIn(const QPixmap& grabbed, const QColor& color)
+{
+    const QImage picture = grabbed.toImage();
+    const int dark = (color.lightness() + picture.pixelColor(0, 0).lightness()) / 2;
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y).lightness() < dark)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
+}
+
 } // namespace
 
 // What the form is made of and how it looks.
@@ -75,6 +90,7 @@ private slots:
     void iconsFollowTheTheme();
     void rowsAreInTheSheetsSize();
     void selectedRowHasAMark();
+    void rowsStandBelowTheirCaptions();
     void popupHasRoomForTheTable();
     void switchesKeepTheirSizeInTheHost();
 };
@@ -260,6 +276,33 @@ void QuickFormSuite::selectedRowHasAMark()
     const ThemeManager& theme = ThemeManager::instance();
     QCOMPARE(edge(QStringLiteral("b")), theme.color(ThemeManager::FocusRing));
     QCOMPARE(edge(QStringLiteral("a")), theme.color(ThemeManager::ListItemDefault));
+}
+
+// Icons begin where the left caption does, facts end where the right one does.
+void QuickFormSuite::rowsStandBelowTheirCaptions()
+{
+    constexpr int bearing = 2; // pixels that a letter or an icon leaves free
+    QuickFixture fixture;
+    fixture.addWaveform(QStringLiteral("a.wav"));
+    fixture.apply();
+    QTableWidget& table = fixture.table();
+    QTRY_VERIFY(fixture.facts(QStringLiteral("a")).size() > 1);
+    const QRect row =
+        table.visualItemRect(table.item(fixture.rowOf(QStringLiteral("a")), WaveformTable::Name));
+    const QColor ink = ThemeManager::instance().color(ThemeManager::Text);
+    const QRect written =
+        inkIn(table.viewport()->grab({0, row.top() + 4, table.viewport()->width(), row.height() - 8}), ink);
+    const QRect captions = inkIn(table.horizontalHeader()->viewport()->grab(), ink);
+    QVERIFY2(qAbs(written.left() - captions.left()) <= bearing,
+             qPrintable(QStringLiteral("%1, %2").arg(written.left()).arg(captions.left())));
+    QVERIFY2(qAbs(written.right() - captions.right()) <= bearing,
+             qPrintable(QStringLiteral("%1, %2").arg(written.right()).arg(captions.right())));
+    const int whole = table.fontMetrics().horizontalAdvance(fixture.facts(QStringLiteral("a")));
+    const QRect half(table.viewport()->width() / 2, row.top() + 4, table.viewport()->width() / 2,
+                     row.height() - 8);
+    const QRect facts = inkIn(table.viewport()->grab(half), ink);
+    QVERIFY2(facts.width() >= whole - 2 * bearing,
+             qPrintable(QStringLiteral("%1, %2").arg(facts.width()).arg(whole)));
 }
 
 void QuickFormSuite::popupHasRoomForTheTable()

@@ -33,6 +33,13 @@ void HelperApplication::prepareEnvironment()
     // memory.
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    prepareDrawing();
+}
+
+void HelperApplication::prepareDrawing()
+{
+    // Or else a button's icon is drawn at scale 1 and then enlarged.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // The theme's style sheets are made for this style; the desktop's would shine through.
     QApplication::setStyle(QStringLiteral("Fusion"));
 }

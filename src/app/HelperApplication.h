@@ -23,6 +23,8 @@ public:
     // Connects to the main process, shows its state and serves it until the link ends. Returns the exit code.
     // Overwrites the token in the arguments, which are those that the process was started with.
     [[nodiscard]] static int run(QApplication& application, int argc, char** argv);
+    // Says to who starts the program by hand that it is not meant to be. Runs an event loop.
+    static void tellHowItIsStarted();
 
 private:
     [[nodiscard]] static int serve(QApplication& application, const HelperLaunchOptions& options);

@@ -6,7 +6,9 @@
 #include "app/LaunchSecret.h"
 #include "app/Translations.h"
 #include "link/client/MinibarClient.h"
+#include "minibar/ApplicationTheme.h"
 #include "minibar/RemoteMiniBarWindow.h"
+#include "minibar/Theme.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -33,6 +35,13 @@ void HelperApplication::prepareEnvironment()
     // memory.
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    prepareDrawing();
+}
+
+void HelperApplication::prepareDrawing()
+{
+    // Or else a button's icon is drawn at scale 1 and then enlarged.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // The theme's style sheets are made for this style; the desktop's would shine through.
     QApplication::setStyle(QStringLiteral("Fusion"));
 }
@@ -50,12 +59,17 @@ int HelperApplication::run(QApplication& application, int argc, char** argv)
     options.token.detach(); // the only copy from now on
     LaunchSecret::blotOutTokens(arguments, argc, argv);
     if (!options.isValid()) {
-        QMessageBox::information(nullptr, QStringLiteral("TarvinelMiniBar"),
-                                 tr("TarvinelMiniBar is started automatically by Tarvinel."),
-                                 QMessageBox::Ok);
+        tellHowItIsStarted();
         return InvalidOptions;
     }
     return serve(application, options);
+}
+
+void HelperApplication::tellHowItIsStarted()
+{
+    applyTheme(readThemeSetting()); // there is no bar that has done it
+    QMessageBox::information(nullptr, QStringLiteral("TarvinelMiniBar"),
+                             tr("TarvinelMiniBar is started automatically by Tarvinel."), QMessageBox::Ok);
 }
 
 int HelperApplication::serve(QApplication& application, const HelperLaunchOptions& options)

@@ -18,9 +18,13 @@ public:
 
     // Must run before the application object is created: settles the process's environment and its style.
     static void prepareEnvironment();
+    // The part of it that decides what is seen.
+    static void prepareDrawing();
     // Connects to the main process, shows its state and serves it until the link ends. Returns the exit code.
     // Overwrites the token in the arguments, which are those that the process was started with.
     [[nodiscard]] static int run(QApplication& application, int argc, char** argv);
+    // Says to who starts the program by hand that it is not meant to be. Runs an event loop.
+    static void tellHowItIsStarted();
 
 private:
     [[nodiscard]] static int serve(QApplication& application, const HelperLaunchOptions& options);

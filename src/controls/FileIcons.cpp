@@ -15,8 +15,9 @@ struct ButtonIcon
 };
 
 constexpr ButtonIcon buttonIcons[] = {
-    {"backButton", "arrow_left"},    {"forwardButton", "arrow_right"},     {"toParentButton", "arrow_up"},
-    {"listModeButton", "view_list"}, {"detailModeButton", "view_details"},
+    {"backButton", "arrow_left"},
+    {"forwardButton", "arrow_right"},
+    {"toParentButton", "arrow_up"},
 };
 
 QIcon kitIcon(const char* name)

@@ -218,6 +218,7 @@ void InfoButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (m_readOnly) {
+        painter.fillRect(rect(), ThemeManager::instance().color(ThemeManager::Surface));
         Controls::paintFrame(painter, rect(), ThemeManager::instance().color(ThemeManager::Border));
         return;
     }

@@ -56,6 +56,15 @@ void LabelButton::setLabelAlignment(Qt::Alignment alignment)
     }
 }
 
+void LabelButton::setCaptionLines(int lines)
+{
+    if (lines != m_captionLines) {
+        m_captionLines = lines;
+        textLabel()->setLines(lines);
+        rearrange();
+    }
+}
+
 void LabelButton::setLabelElideMode(Qt::TextElideMode mode)
 {
     m_infoLabel->setElideMode(mode);

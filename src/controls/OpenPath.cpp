@@ -6,8 +6,10 @@
 
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QLayout>
@@ -17,6 +19,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QToolTip>
 
@@ -24,10 +27,11 @@ namespace Controls {
 namespace {
 
 constexpr QSize usualSize(760, 480);
-constexpr int border = 1; // pixels, as the next three
+constexpr int border = 1; // pixels, as the next four
 constexpr int inset = 8;
 constexpr int titleHeight = 36;
 constexpr int placesWidth = 150;
+constexpr int iconSide = 20;
 
 // The toolkit's dialog keeps its history in the user's settings of the toolkit. While this object lives they
 // lie where nothing can be: below a file.
@@ -52,8 +56,23 @@ private:
     QString m_folder;
 };
 
+// A list gives its rows the width that they ask for, and cuts what does not fit; rows that ask for none get
+// the list's own and shorten their texts.
+class NarrowRows final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    }
+};
+
 class FileChooser final : public QFileDialog
 {
+    Q_DECLARE_TR_FUNCTIONS(FileChooser)
+
 public:
     FileChooser(QWidget* parent, const QString& caption, const QString& folder, const QString& filter)
         : QFileDialog(parent, caption, folder, filter)
@@ -63,6 +82,7 @@ public:
         setAttribute(Qt::WA_QuitOnClose, false);
         setAcceptMode(AcceptOpen);
         setIconProvider(&m_icons);
+        setSizeGripEnabled(false);
         m_title->setObjectName(QStringLiteral("chooserTitle"));
         m_title->setText(caption);
         m_title->setContentsMargins(inset, 0, inset, 0);
@@ -82,20 +102,26 @@ public:
         return QFileDialog::eventFilter(watched, event);
     }
 
+    // The toolkit's words for them differ from ours in some languages. To be called for a choice of files.
+    void nameFields()
+    {
+        setLabelText(FileName, tr("File name:"));
+        setLabelText(FileType, tr("Files of type:"));
+    }
+
     // In the middle of the screen that the parent is on. Its parts must be there.
     void place()
     {
-        layout()->setContentsMargins(inset, titleHeight + inset, inset, inset);
         const QScreen* const screen =
             parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         const QRect room = screen->availableGeometry().adjusted(inset, inset, -inset, -inset);
         tellCutNames();
         setUpButtons();
-        setViewMode(List); // names are what counts, and they need room
-        if (auto* const files = findChild<QListView*>(QStringLiteral("listView")))
-            files->setWrapping(false); // one below the other, however many
-        if (auto* const parts = findChild<QSplitter*>())
-            parts->setSizes({placesWidth, usualSize.width() - placesWidth});
+        setUpLists();
+        setGaps();
+        auto* const parts = findChild<QSplitter*>();
+        parts->setHandleWidth(inset);
+        parts->setSizes({placesWidth, usualSize.width() - placesWidth});
         resize(usualSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));
         move(room.center() - rect().center());
     }
@@ -128,21 +154,52 @@ private:
         }
         // And so may the name of a place be.
         m_places = findChild<QListView*>(QStringLiteral("sidebar"));
-        if (m_places)
-            m_places->viewport()->installEventFilter(this);
+        m_places->viewport()->installEventFilter(this);
     }
 
     // Squares as high as the field beside them.
     void setUpButtons()
     {
         setButtonIcons(*this);
-        const auto* const field = findChild<QComboBox*>(QStringLiteral("lookInCombo"));
+        auto* const field = findChild<QComboBox*>(QStringLiteral("lookInCombo"));
+        field->setIconSize({iconSide, iconSide});
         field->ensurePolished();
         const int side = field->sizeHint().height();
         const auto buttons = findChildren<QToolButton*>();
-        for (QToolButton* button : buttons)
+        for (QToolButton* button : buttons) {
+            button->setIconSize({iconSide, iconSide});
             button->setFixedSize(side, side);
-        findChild<QToolButton*>(QStringLiteral("newFolderButton"))->hide(); // nothing is made here
+        }
+        // Nothing is made here, and there is one view of the files.
+        for (const char* name : {"newFolderButton", "listModeButton", "detailModeButton"})
+            findChild<QToolButton*>(QLatin1String(name))->hide();
+    }
+
+    void setUpLists()
+    {
+        setViewMode(List); // names are what counts, and they need room
+        auto* const files = findChild<QListView*>(QStringLiteral("listView"));
+        files->setWrapping(false); // one below the other, however many
+        files->setIconSize({iconSide, iconSide});
+        m_places->setIconSize({iconSide, iconSide});
+        m_places->setItemDelegate(new NarrowRows(m_places));
+        m_places->setTextElideMode(Qt::ElideMiddle);
+        m_places->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+
+    // The same between all controls, so that the two fields stand beside the two buttons.
+    void setGaps()
+    {
+        auto* const grid = static_cast<QGridLayout*>(layout());
+        grid->setContentsMargins(inset, titleHeight + inset, inset, inset);
+        grid->setSpacing(inset);
+        for (int i = 0; i < grid->count(); ++i) {
+            if (QLayout* const row = grid->itemAt(i)->layout())
+                row->setSpacing(inset);
+        }
+        auto* const buttons = findChild<QDialogButtonBox*>();
+        buttons->ensurePolished(); // which arranges them anew
+        buttons->layout()->setSpacing(inset);
     }
 
     FileIcons m_icons;
@@ -159,6 +216,8 @@ QString getOpenPath(const QString& folder, bool directory, const QString& captio
     const QPointer<FileChooser> chooser = new FileChooser(parent, caption, folder, filter);
     chooser->setOptions(options | QFileDialog::DontUseNativeDialog | QFileDialog::ReadOnly);
     chooser->setFileMode(directory ? QFileDialog::Directory : QFileDialog::ExistingFile);
+    if (!directory)
+        chooser->nameFields();
     chooser->place();
     const bool chosen = chooser->exec() == QDialog::Accepted;
     if (!chooser)

@@ -86,7 +86,7 @@ void SwitchHalf::paintBackground(QPainter& painter, const QStyleOptionButton& op
     if (testAttribute(Qt::WA_StyleSheetTarget)) {
         style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
     } else if (isChecked()) {
-        painter.fillRect(rect(), themed(m_on ? ThemeManager::On : ThemeManager::Border));
+        painter.fillRect(rect(), themed(m_on ? ThemeManager::On : ThemeManager::Off));
     }
     if (isDown() && !isChecked()) {
         painter.fillRect(rect(), themed(ThemeManager::Pressed));

@@ -33,6 +33,7 @@ constexpr RoleColors roleColors[] = {
     {ThemeManager::FocusRing, 0xff15508c, 0xff63acf6},
     {ThemeManager::On, 0xff63acf6, 0xff00ce01},
     {ThemeManager::OnText, 0xff3c2a22, 0xff054604},
+    {ThemeManager::Off, 0xffc4bdb3, 0xff30373f},
     {ThemeManager::Refused, 0xffb3261e, 0xffff8a80},
     {ThemeManager::ListItemDefault, 0xffdad1ca, 0xff171a1f},
     {ThemeManager::ListItemSelected, 0xff63acf6, 0xff2f536c},

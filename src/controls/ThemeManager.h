@@ -31,6 +31,7 @@ public:
         FocusRing,        // keyboard focus
         On,               // switched on; always with a word or a mark as well
         OnText,           // a text that stands on the On colour
+        Off,              // the half of a switch that says so while it is switched off
         Refused,          // a refusal's sentence
         ListItemDefault,  // list row background
         ListItemSelected, // current list row background

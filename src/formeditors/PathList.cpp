@@ -1,10 +1,12 @@
 #include "formeditors/PathList.h"
 
+#include "controls/ListHint.h"
+
 #include <QKeyEvent>
 
 namespace {
 
-constexpr int rowHeight = 36; // pixels; as high as a finger needs
+constexpr int rowHeight = 44; // pixels; as high as a finger needs
 constexpr int usualRows = 4;
 constexpr int fewestRows = 2;
 
@@ -45,6 +47,13 @@ QSize PathList::sizeHint() const
 QSize PathList::minimumSizeHint() const
 {
     return {0, fewestRows * rowHeight + 2 * frameWidth()};
+}
+
+void PathList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (count() == 0)
+        Controls::paintListHint(*this, tr("No files"));
 }
 
 // Moves no row itself: what stands here is what is confirmed.

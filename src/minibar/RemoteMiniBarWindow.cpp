@@ -1,7 +1,7 @@
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include "controls/LabelButton.h"
-#include "controls/ThemeManager.h"
+#include "minibar/ApplicationTheme.h"
 #include "minibar/BarPages.h"
 #include "minibar/BarPopups.h"
 #include "minibar/KeyboardConfig.h"
@@ -23,16 +23,6 @@ constexpr int outerMargin = 8;
 QSize withMargins(const QWidget* page)
 {
     return page->sizeHint().expandedTo(page->minimumSizeHint()) + QSize(2 * outerMargin, 2 * outerMargin);
-}
-
-// Tells the kit the theme and styles what is not the bar itself.
-void applyTheme(bool light)
-{
-    using Controls::ThemeManager;
-    ThemeManager::instance().setTheme(light ? ThemeManager::Light : ThemeManager::Dark);
-    const QString sheet = loadApplicationStyleSheet(light);
-    if (!sheet.isEmpty())
-        qApp->setStyleSheet(sheet);
 }
 
 } // namespace

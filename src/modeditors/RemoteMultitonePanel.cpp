@@ -88,6 +88,7 @@ RemoteMultitonePanel::RemoteMultitonePanel(QWidget* parent)
     m_form->btnRecord->hide();
     m_form->btnShowWaveForm->hide();
     m_form->btnTonePhase->setEnums({tr("Fixed"), tr("Random"), tr("Parabolic")});
+    m_form->btnTonePhase->setTitleText(m_form->btnTonePhase->text());
     m_form->btnTonePhase->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_form->btnTonePhase->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_form->toneTable->setHorizontalHeaderLabels({tr("Tone Num"), tr("FrequencyOffset"), tr("Enabled")});

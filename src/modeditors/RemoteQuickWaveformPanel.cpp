@@ -1,5 +1,6 @@
 #include "modeditors/RemoteQuickWaveformPanel.h"
 
+#include "controls/ElidedLabel.h"
 #include "controls/ThemeManager.h"
 #include "modeditors/WaveformBrowser.h"
 #include "modeditors/contract/NumericFieldSpec.h"
@@ -7,7 +8,6 @@
 #include "utils/NumberText.h"
 
 #include <QHeaderView>
-#include <QToolTip>
 #include <algorithm>
 
 using Controls::ThemeManager;
@@ -56,7 +56,10 @@ constexpr QLatin1String tableStyle(
     "font-size:18px;font-weight:500;}");
 // clang-format on
 
-constexpr int loadTextSize = 15; // pixels
+constexpr int frameWidth = 1; // pixels, as the style sheet has it, and as the next two
+constexpr int refusalInset = 10;
+constexpr int refusalGap = 6;
+constexpr int refusalLines = 2; // at most
 
 QString timeSpan(const QJsonValue& seconds)
 {
@@ -69,15 +72,15 @@ QString timeSpan(const QJsonValue& seconds)
 RemoteQuickWaveformPanel::RemoteQuickWaveformPanel(QWidget* parent)
     : ConfirmingModEditor(parent)
     , m_form(std::make_unique<Ui::QuickWaveformPanel>())
+    , m_refusal(new Controls::ElidedLabel(this, refusalLines))
 {
     provideIcons();
     m_form->setupUi(this);
     setAttribute(Qt::WA_StyledBackground);
-    QFont loadFont = m_form->btnLoad->font();
-    loadFont.setPixelSize(loadTextSize);
-    loadFont.setWeight(QFont::DemiBold);
-    m_form->btnLoad->setFont(loadFont);
-    m_form->btnPeriodLen->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_refusal->setObjectName(QStringLiteral("refusal"));
+    m_refusal->hide();
+    placeRefusal();
+    m_form->btnPeriodLen->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_form->btnPeriodLen->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_form->tableWidget->setHorizontalHeaderLabels({tr("File Name"), tr("Samples / Duration")});
     m_form->tableWidget->horizontalHeaderItem(WaveformTable::Name)
@@ -132,20 +135,40 @@ void RemoteQuickWaveformPanel::showLoadState()
     const QString error = profile().value(QLatin1String("loadError")).toString();
     QPushButton* const load = m_form->btnLoad;
     const QString text = loading ? tr("Loading...") : error.isEmpty() ? tr("Load") : tr("Load Failed");
-    const bool isNews = load->text() != text || load->toolTip() != error;
     load->setText(text);
     if (load->toolTip() != error) {
         load->setToolTip(error);
     }
-    if (isNews && !loading && !error.isEmpty() && isVisible()) { // a finger cannot ask for it
-        QToolTip::showText(load->mapToGlobal(load->rect().bottomLeft()), error, load);
-    }
+    showRefusal(loading ? QString() : error); // a finger cannot ask for the tool tip
     load->setEnabled(!loading);
     m_form->btnIQScale->setEnabled(canScale());
     for (QWidget* button :
          {m_form->btnSampleRate, m_form->btnPeriod, m_form->btnSamplesToUse, m_form->btnSampleOffset}) {
         button->setEnabled(canBeEnabled());
     }
+}
+
+void RemoteQuickWaveformPanel::showRefusal(const QString& reason)
+{
+    if (reason != m_refusal->text()) {
+        m_refusal->setText(reason);
+        m_refusal->setVisible(!reason.isEmpty());
+        placeRefusal();
+    }
+}
+
+// Below everything else, so that it moves nothing. Nothing stands on the panel's frame.
+void RemoteQuickWaveformPanel::placeRefusal()
+{
+    int room = 0;
+    if (!m_refusal->text().isEmpty()) {
+        m_refusal->ensurePolished();
+        m_refusal->resize(width() - 2 * refusalInset, m_refusal->height());
+        room = m_refusal->shownLines().size() * m_refusal->fontMetrics().height() + 2 * refusalGap;
+        m_refusal->setGeometry(refusalInset, height() - frameWidth - room, m_refusal->width(), room);
+        m_refusal->setToolTip(m_refusal->isCut() ? m_refusal->text() : QString());
+    }
+    setContentsMargins(frameWidth, frameWidth, frameWidth, frameWidth + room);
 }
 
 bool RemoteQuickWaveformPanel::canBeEnabled() const
@@ -174,6 +197,12 @@ void RemoteQuickWaveformPanel::showEvent(QShowEvent* event)
 {
     ConfirmingModEditor::showEvent(event);
     m_browser->setPaused(false);
+}
+
+void RemoteQuickWaveformPanel::resizeEvent(QResizeEvent* event)
+{
+    ConfirmingModEditor::resizeEvent(event);
+    placeRefusal();
 }
 
 void RemoteQuickWaveformPanel::hideEvent(QHideEvent* event)

@@ -1,5 +1,6 @@
 #include "modeditors/ToneTable.h"
 
+#include "controls/ListHint.h"
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
 #include "modeditors/CutCaptions.h"
@@ -156,6 +157,14 @@ int ToneTable::sizeHintForColumn(int column) const
 {
     const QModelIndex last = model()->index(rowCount() - 1, column);
     return last.isValid() ? itemDelegate()->sizeHint(viewOptions(), last).width() : 0;
+}
+
+void ToneTable::paintEvent(QPaintEvent* event)
+{
+    QTableWidget::paintEvent(event);
+    if (rowCount() == 0) {
+        Controls::paintListHint(*this, tr("No tones"));
+    }
 }
 
 void ToneTable::showRow(int row)

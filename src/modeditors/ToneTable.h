@@ -33,6 +33,7 @@ signals:
 
 protected:
     [[nodiscard]] int sizeHintForColumn(int column) const override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void showRow(int row);

@@ -1,5 +1,6 @@
 #include "modeditors/WaveformTable.h"
 
+#include "controls/ListHint.h"
 #include "controls/ThemedIcon.h"
 #include "modeditors/CutCaptions.h"
 #include "modeditors/WaveformDelegate.h"
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -24,7 +24,6 @@ constexpr int nameWidth = 126; // takes the caption of its column
 constexpr int iconSide = 20;
 constexpr int textSize = 13;    // what the style sheet wants of the rows; Qt takes no font from there
 constexpr int captionSize = 18; // likewise of the header, which shortens by its own font
-constexpr int hintMargin = 20;
 constexpr int comfortableRows = 8;
 
 constexpr int sliceTime = 5;  // ms
@@ -229,14 +228,7 @@ void WaveformTable::mouseDoubleClickEvent(QMouseEvent* event)
 void WaveformTable::paintEvent(QPaintEvent* event)
 {
     QTableWidget::paintEvent(event);
-    if (m_hint.isEmpty()) {
-        return;
-    }
-    const int listed = verticalHeader()->length();
-    QPainter painter(viewport());
-    painter.setPen(ThemeManager::instance().color(ThemeManager::SecondaryText));
-    painter.drawText(viewport()->rect().adjusted(hintMargin, listed, -hintMargin, 0),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+    Controls::paintListHint(*this, m_hint, verticalHeader()->length());
 }
 
 void WaveformTable::resizeEvent(QResizeEvent* event)

@@ -95,6 +95,7 @@ SweepWidgets::SweepWidgets(RemoteSweepPanel* panel)
     enabled->setFixedHeight(buttonHeight);
 
     setUp(plan, QStringLiteral("btnMode"), RemoteSweepPanel::tr("Sweep Type"));
+    plan->setTitleText(plan->text());
     plan->setEnums({RemoteSweepPanel::tr("Freq"), RemoteSweepPanel::tr("Power")});
 
     addPlanPage(FrequencyPage);

@@ -91,6 +91,7 @@ private slots:
     void everyCharacterIsThere();
     void theArrowsNeedNoOther();
     void theDesktopHasNoSay();
+    void iconsHaveTheScreensResolution();
 
 private:
     // The file whose outline a character of the text is drawn with; empty for none of ours.
@@ -333,6 +334,11 @@ void InterfaceFontTest::theDesktopHasNoSay()
 {
     QCOMPARE(chosenStyle, QStringLiteral("fusion"));
     QCOMPARE(QApplication::style()->objectName(), QStringLiteral("fusion"));
+}
+
+void InterfaceFontTest::iconsHaveTheScreensResolution()
+{
+    QVERIFY(QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps));
 }
 
 int main(int argc, char* argv[])

@@ -1,5 +1,5 @@
 #include "controls/OpenPath.h"
-#include "controls/ThemeManager.h"
+#include "controls/OpenedChooser.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -13,9 +13,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
-#include <functional>
 
 using Controls::getOpenPath;
 
@@ -32,31 +30,6 @@ QStringList entriesBelow(const QString& folder)
         entries.append(walk.next());
     entries.sort();
     return entries;
-}
-
-// Does something with the next chooser, once it has the keyboard.
-class Visitor final : public QTimer
-{
-public:
-    explicit Visitor(std::function<void(QFileDialog*)> act)
-    {
-        setInterval(5);
-        connect(this, &QTimer::timeout, this, [this, act = std::move(act)] {
-            auto* const chooser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (chooser && chooser->isActiveWindow()) {
-                stop();
-                met = true;
-                act(chooser);
-            }
-        });
-        start();
-    }
-    bool met = false;
-};
-
-QLineEdit* nameField(const QFileDialog* chooser)
-{
-    return chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
 }
 
 } // namespace
@@ -77,7 +50,6 @@ private slots:
     void startsInTheFolder();
     void showsOnlyWhatTheFilterLets();
     void nothingCanBeChangedOnTheDisk();
-    void iconsAreTheKits();
     void remembersNothingOnTheDisk();
     void othersKeepTheirSettings();
     void isWhollyOnTheScreen();
@@ -118,7 +90,7 @@ void TestOpenPath::typedNameIsChosen_data()
 void TestOpenPath::typedNameIsChosen()
 {
     QFETCH(const QString, typed);
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         nameField(chooser)->setText(typed);
         QTest::keyClick(nameField(chooser), Qt::Key_Return);
     });
@@ -128,7 +100,7 @@ void TestOpenPath::typedNameIsChosen()
 
 void TestOpenPath::clickedFileIsChosen()
 {
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         auto* const list = chooser->findChild<QListView*>(QStringLiteral("listView"));
         const auto row = [list] {
             const QModelIndexList found = list->model()->match(list->model()->index(0, 0, list->rootIndex()),
@@ -146,7 +118,7 @@ void TestOpenPath::clickedFileIsChosen()
 void TestOpenPath::missingFileIsNotChosen()
 {
     bool refused = false;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         QTimer::singleShot(0, chooser, [&refused, chooser] {
             QTRY_VERIFY(QApplication::activeModalWidget() != chooser); // it says so
             refused = true;
@@ -164,7 +136,7 @@ void TestOpenPath::missingFileIsNotChosen()
 
 void TestOpenPath::folderIsChosen()
 {
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         QCOMPARE(chooser->fileMode(), QFileDialog::Directory);
         nameField(chooser)->setText(QStringLiteral("inner"));
         QTest::keyClick(nameField(chooser), Qt::Key_Return);
@@ -174,7 +146,7 @@ void TestOpenPath::folderIsChosen()
 
 void TestOpenPath::nothingIsChosen()
 {
-    const Visitor visitor([](QFileDialog* chooser) { QTest::keyClick(chooser, Qt::Key_Escape); });
+    const ChooserVisitor visitor([](QFileDialog* chooser) { QTest::keyClick(chooser, Qt::Key_Escape); });
     QCOMPARE(getOpenPath(m_folder.path()), QString());
     QVERIFY(visitor.met);
 }
@@ -184,7 +156,7 @@ void TestOpenPath::startsInTheFolder()
     for (const QString& folder :
          {m_folder.path(), m_folder.filePath(QStringLiteral("inner")), QDir::rootPath()}) {
         QString seen;
-        const Visitor visitor([&](QFileDialog* chooser) {
+        const ChooserVisitor visitor([&](QFileDialog* chooser) {
             seen = chooser->directory().absolutePath();
             chooser->setDirectory(QDir::rootPath()); // where it ends is not where the next one starts
             chooser->reject();
@@ -197,7 +169,7 @@ void TestOpenPath::startsInTheFolder()
 void TestOpenPath::showsOnlyWhatTheFilterLets()
 {
     QStringList shown;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         const auto* const list = chooser->findChild<QListView*>(QStringLiteral("listView"));
         const auto rows = [list] {
             QStringList names;
@@ -215,32 +187,10 @@ void TestOpenPath::showsOnlyWhatTheFilterLets()
              (QStringList{QStringLiteral("LOUD.WAV"), QStringLiteral("inner"), QStringLiteral("tone.wav")}));
 }
 
-void TestOpenPath::iconsAreTheKits()
-{
-    QStringList names;
-    const Visitor visitor([&](QFileDialog* chooser) {
-        const auto buttons = chooser->findChildren<QToolButton*>();
-        for (const QToolButton* button : buttons)
-            if (button->isVisible())
-                names.append(button->icon().name());
-        const auto* const model = chooser->findChild<QListView*>(QStringLiteral("listView"))->model();
-        const QModelIndex here = chooser->findChild<QListView*>(QStringLiteral("listView"))->rootIndex();
-        for (int row = 0; row < model->rowCount(here); ++row)
-            names.append(model->index(row, 0, here).data(Qt::DecorationRole).value<QIcon>().name());
-        chooser->reject();
-    });
-    (void)getOpenPath(m_folder.path());
-    QVERIFY(names.size() > 5);
-    for (const QString& name : qAsConst(names)) {
-        QVERIFY2(name.startsWith(QLatin1String(":/Controls/Image/")), qPrintable(name));
-        QVERIFY2(QFile::exists(name), qPrintable(name));
-    }
-}
-
 void TestOpenPath::nothingCanBeChangedOnTheDisk()
 {
     bool readOnly = false;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         const auto* const newFolder = chooser->findChild<QToolButton*>(QStringLiteral("newFolderButton"));
         readOnly =
             chooser->testOption(QFileDialog::ReadOnly) && !(newFolder->isVisible() && newFolder->isEnabled());
@@ -258,14 +208,14 @@ void TestOpenPath::remembersNothingOnTheDisk()
     QVERIFY(m_folder.path() != QDir::homePath());
     const QStringList before = entriesBelow(QDir::homePath());
     for (bool choose : {true, false}) {
-        const Visitor visitor([&](QFileDialog* chooser) {
+        const ChooserVisitor visitor([&](QFileDialog* chooser) {
             nameField(chooser)->setText(m_wav);
             choose ? QTest::keyClick(nameField(chooser), Qt::Key_Return) : chooser->reject();
         });
         QCOMPARE(getOpenPath(m_folder.path()).isEmpty(), !choose);
     }
     auto* const parent = new QWidget;
-    const Visitor visitor([parent](QFileDialog*) { delete parent; });
+    const ChooserVisitor visitor([parent](QFileDialog*) { delete parent; });
     (void)getOpenPath(m_folder.path(), false, QString(), wavFilter, parent);
     QCOMPARE(entriesBelow(QDir::homePath()), before);
     QCOMPARE(entriesBelow(QCoreApplication::applicationDirPath()),
@@ -276,7 +226,7 @@ void TestOpenPath::othersKeepTheirSettings()
 {
     const auto place = [] { return QSettings(QSettings::UserScope, QStringLiteral("Someone")).fileName(); };
     const QString before = place();
-    const Visitor visitor([](QFileDialog* chooser) { chooser->reject(); });
+    const ChooserVisitor visitor([](QFileDialog* chooser) { chooser->reject(); });
     (void)getOpenPath(m_folder.path());
     QCOMPARE(place(), before);
 }
@@ -288,7 +238,7 @@ void TestOpenPath::isWhollyOnTheScreen()
     parent.show();
     QVERIFY(QTest::qWaitForWindowExposed(&parent));
     bool whole = false;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         whole = chooser->screen()->availableGeometry().contains(chooser->frameGeometry());
         chooser->reject();
     });
@@ -299,7 +249,7 @@ void TestOpenPath::isWhollyOnTheScreen()
 void TestOpenPath::staysOnTop()
 {
     Qt::WindowFlags flags;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         flags = chooser->windowFlags();
         chooser->reject();
     });
@@ -312,7 +262,7 @@ void TestOpenPath::everyControlHasAName()
 {
     QStringList nameless;
     int controls = 0;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         const auto widgets = chooser->findChildren<QWidget*>();
         for (QWidget* widget : widgets) {
             if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus ||
@@ -337,7 +287,7 @@ void TestOpenPath::parentHidesMeanwhile()
     QWidget parent(&window);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         nameField(chooser)->setText(m_wav);
         window.hide();
     });
@@ -349,7 +299,7 @@ void TestOpenPath::parentHidesMeanwhile()
 void TestOpenPath::parentGoesMeanwhile()
 {
     auto* const parent = new QWidget;
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         nameField(chooser)->setText(m_wav);
         delete parent;
     });
@@ -359,7 +309,7 @@ void TestOpenPath::parentGoesMeanwhile()
 
 void TestOpenPath::programEndsMeanwhile()
 {
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         nameField(chooser)->setText(m_wav);
         QCoreApplication::quit();
     });
@@ -369,7 +319,7 @@ void TestOpenPath::programEndsMeanwhile()
 
 void TestOpenPath::worksWithoutParent()
 {
-    const Visitor visitor([&](QFileDialog* chooser) {
+    const ChooserVisitor visitor([&](QFileDialog* chooser) {
         nameField(chooser)->setText(m_wav);
         QTest::keyClick(nameField(chooser), Qt::Key_Return);
     });

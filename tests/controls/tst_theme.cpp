@@ -106,6 +106,7 @@ constexpr Pair pairs[] = {
     {ThemeManager::Refused, ThemeManager::Surface, normalText},
     {ThemeManager::Refused, ThemeManager::Raised, normalText},
     {ThemeManager::OnText, ThemeManager::On, normalText},
+    {ThemeManager::Text, ThemeManager::Off, normalText},
     {ThemeManager::DisabledText, ThemeManager::Surface, mark},
     {ThemeManager::DisabledText, ThemeManager::Raised, mark},
     {ThemeManager::DisabledText, ThemeManager::Sunken, mark},

@@ -1,6 +1,7 @@
 #include "formeditors/FormFixture.h"
 #include "formeditors/PathList.h"
 #include "formeditors/StreamedFiles.h"
+#include "support/Ink.h"
 #include "utils/WavBytes.h"
 
 #include <QDir>
@@ -236,6 +237,7 @@ void StreamingPanelSuite::emptyListOffersNothing()
         QVERIFY(button(fixture, "Load")->isEnabled());
         QCOMPARE(fixture.shown("btnTotalFiles"), QStringLiteral("0"));
         QCOMPARE(listOf(fixture)->count(), 0);
+        QVERIFY(TestSupport::hasInk(listOf(fixture)->viewport())); // it says that there are none
         QTest::mouseClick(button(fixture, "Remove"), Qt::LeftButton);
         FormFixture::toggle(fixture.onOff("enabled"));
     }

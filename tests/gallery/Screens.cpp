@@ -17,7 +17,6 @@
 #include <QFileDialog>
 #include <QListView>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTableWidget>
@@ -275,12 +274,7 @@ void Screens::visitMessage()
     qApp->setStyleSheet(QString()); // it comes before there is one
     visitModal(
         QStringLiteral("message"), [](const QWidget*) { return true; },
-        [] {
-            QMessageBox::information(
-                nullptr, QStringLiteral("TarvinelMiniBar"),
-                HelperApplication::tr("TarvinelMiniBar is started automatically by Tarvinel."),
-                QMessageBox::Ok);
-        });
+        &HelperApplication::tellHowItIsStarted);
 }
 
 void Screens::visitModal(const QString& name, const std::function<bool(const QWidget*)>& isReady,

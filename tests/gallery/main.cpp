@@ -1,5 +1,6 @@
 // Renders every screen of the product in every theme, language and scale to pictures and contact sheets.
 
+#include "app/HelperApplication.h"
 #include "gallery/ContactSheet.h"
 #include "gallery/Installation.h"
 #include "gallery/Screens.h"
@@ -158,6 +159,7 @@ int main(int argc, char* argv[])
         QTextStream(stdout) << QDir(wishes.folder).absolutePath() << Qt::endl;
         return failed;
     }
+    HelperApplication::prepareDrawing();
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     Wishes wishes = parse(QCoreApplication::arguments());

@@ -1,5 +1,6 @@
 #include "layout/LayoutTest.h"
 
+#include "app/HelperApplication.h"
 #include "gallery/GalleryItems.h"
 #include "gallery/Installation.h"
 #include "gallery/Screens.h"
@@ -169,6 +170,7 @@ int runLayoutTest(int argc, char* argv[], const char* scale)
     qputenv("QT_SCALE_FACTOR", scale);
     // Windows go here before the server has told that they came, and the platform complains of that.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
+    HelperApplication::prepareDrawing();
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     LayoutTest test(scale);

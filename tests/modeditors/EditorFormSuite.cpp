@@ -163,6 +163,7 @@ void EditorFormSuite::multitoneForm()
     QCOMPARE(grid(fixture).count(), 10);
     const auto* const phase = fixture.find<EnumTextButton>(QStringLiteral("btnTonePhase"));
     QCOMPARE(phase->enums().join(QLatin1Char(' ')), QStringLiteral("Fixed Random Parabolic"));
+    QCOMPARE(phase->titleText(), phase->text());
 }
 
 void EditorFormSuite::alignments_data()

@@ -61,7 +61,7 @@ constexpr ExpectedText expectedTexts[] = {
     {"multitone", "RemoteMultitonePanel", "Parabolic"}, {"multitone", "RemoteMultitonePanel", "Tone Num"},
     {"multitone", "RemoteMultitonePanel", "FrequencyOffset"}, {"multitone", "RemoteMultitonePanel", "Enabled"},
     {"multitone", "RemoteMultitonePanel", "Phase Random Seed"}, {"multitone", "RemoteMultitonePanel", "Tone Count"},
-    {"multitone", "RemoteMultitonePanel", "Freq Spacing"}, {"multitone", "RemoteMultitonePanel", "Notch Width"},
+    {"multitone", "RemoteMultitonePanel", "Freq Spacing"}, {"multitone", "RemoteMultitonePanel", "Notch Width"}, {"multitone", "ToneTable", "No tones"},
     {"quick-waveform", "QuickWaveformPanel", "Quick Waveform"},
     {"quick-waveform", "QuickWaveformPanel", "Enabled"},
     {"quick-waveform", "QuickWaveformPanel", "Load"},

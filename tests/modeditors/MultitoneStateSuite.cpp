@@ -4,6 +4,7 @@
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
 #include "modeditors/TouchCounter.h"
+#include "support/Ink.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
@@ -257,6 +258,7 @@ void MultitoneStateSuite::othersThanObjectsAreNoTones()
     QCOMPARE(rows().join(QLatin1Char('|')), QStringLiteral("1 0Hz off 0|2 0Hz off 0"));
     m_fixture->apply({}, parsed(R"({"candidateTones":{"a":1}})"));
     QCOMPARE(rows(), QStringList());
+    QVERIFY(TestSupport::hasInk(m_table->viewport())); // it says that there are none
 }
 
 void MultitoneStateSuite::rowsAreReused()

@@ -6,9 +6,9 @@
 
 #include <QEvent>
 #include <QJsonObject>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
-#include <QToolTip>
 
 // How the editor shows what it is given.
 class QuickStateSuite final : public QObject
@@ -133,21 +133,26 @@ void QuickStateSuite::loadButton()
 // Whoever uses a finger cannot point at the button to ask why.
 void QuickStateSuite::failureIsToldAtOnce()
 {
-    const QJsonObject failed = {{QStringLiteral("loadError"), QStringLiteral("no WAV file")}};
-    m_fixture->apply(failed);
-    QCOMPARE(QToolTip::text(), QStringLiteral("no WAV file"));
-    QToolTip::hideText();
-    QTRY_VERIFY(!QToolTip::isVisible());
-    m_fixture->apply(failed); // it is no news any more
-    QVERIFY(!QToolTip::isVisible());
-    m_fixture->apply({{QStringLiteral("loadInProgress"), true}});
+    const auto* const refusal = m_fixture->editor.find<QLabel>(QStringLiteral("refusal"));
+    const QWidget& editor = m_fixture->editor.editor();
+    const QPoint table = m_fixture->table().pos();
+    QVERIFY(!refusal->isVisible());
+    const int height = editor.minimumSizeHint().height();
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no WAV file")}});
+    QVERIFY(refusal->isVisible());
+    QCOMPARE(refusal->text(), QStringLiteral("no WAV file"));
+    QVERIFY(editor.minimumSizeHint().height() > height); // it has room of its own
+    QVERIFY(editor.rect().contains(refusal->geometry()));
+    QTRY_VERIFY(!refusal->geometry().intersects(m_fixture->table().geometry()));
+    QCOMPARE(m_fixture->table().pos(), table);
     m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")},
                       {QStringLiteral("loadInProgress"), true}});
-    QVERIFY(!QToolTip::isVisible());
+    QVERIFY(!refusal->isVisible());
     m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")}});
-    QCOMPARE(QToolTip::text(), QStringLiteral("no samples"));
-    QToolTip::hideText();
-    QTRY_VERIFY(!QToolTip::isVisible());
+    QCOMPARE(refusal->text(), QStringLiteral("no samples"));
+    m_fixture->apply();
+    QVERIFY(!refusal->isVisible());
+    QCOMPARE(editor.minimumSizeHint().height(), height);
 }
 
 void QuickStateSuite::enabledButtons_data()

@@ -100,6 +100,7 @@ void SweepFormSuite::planSelector()
     const SweepPanelFixture fixture;
     const EnumTextButton* const button = fixture.plan();
     QCOMPARE(button->text(), QStringLiteral("Sweep Type"));
+    QCOMPARE(button->titleText(), button->text());
     QCOMPARE(button->labelText(), QStringLiteral("--"));
     QCOMPARE(button->textAlignment(), left);
     QCOMPARE(button->labelAlignment(), right);

@@ -1,5 +1,6 @@
 #include "modeditors/RemoteQuickWaveformPanel.h"
 
+#include "controls/Emphasis.h"
 #include "controls/ThemeManager.h"
 #include "modeditors/WaveformBrowser.h"
 #include "modeditors/contract/NumericFieldSpec.h"
@@ -75,7 +76,7 @@ RemoteQuickWaveformPanel::RemoteQuickWaveformPanel(QWidget* parent)
     setAttribute(Qt::WA_StyledBackground);
     QFont loadFont = m_form->btnLoad->font();
     loadFont.setPixelSize(loadTextSize);
-    loadFont.setWeight(QFont::DemiBold);
+    loadFont.setWeight(Controls::emphasis());
     m_form->btnLoad->setFont(loadFont);
     m_form->btnPeriodLen->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_form->btnPeriodLen->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -13,8 +13,8 @@ constexpr int usualSize = 14; // pixels, where neither a widget nor a style shee
 constexpr QLatin1String latin("Roboto");
 constexpr QLatin1String chinese("Droid Sans Fallback");
 constexpr QLatin1String japanese("MotoyaLCedar");
-// After the two others: it claims to have Han characters, and they are blank.
-constexpr QLatin1String korean("NanumSquare");
+// After the two others: it has fewer Han characters.
+constexpr QLatin1String korean("NanumBarunGothic");
 
 // What the bar's style sheet names for its arrows; where it is missing, they are of the usual family.
 constexpr QLatin1String arrows("Segoe UI Symbol");

@@ -6,10 +6,18 @@ set(fonts
   Roboto-Bold.ttf           fonts-roboto-unhinted    truetype/roboto/unhinted/RobotoTTF
   DroidSansFallbackFull.ttf fonts-droid-fallback     truetype/droid
   MTLc3m.ttf                fonts-motoya-l-cedar     truetype/motoya-l-cedar
-  NanumSquareR.ttf          fonts-nanum              truetype/nanum
-  NanumSquareB.ttf          fonts-nanum              truetype/nanum
+  NanumBarunGothic.ttf      fonts-nanum              truetype/nanum
+  NanumBarunGothicBold.ttf  fonts-nanum              truetype/nanum
 )
 set(TARVINEL_FONT_ROOT /usr/share/fonts CACHE PATH "Where the font packages have laid their files")
+
+# A face that was taken once must not stay in an older stage.
+file(GLOB idle RELATIVE ${TARVINEL_STAGE}/fonts ${TARVINEL_STAGE}/fonts/*.ttf)
+list(REMOVE_ITEM idle ${fonts})
+list(TRANSFORM idle PREPEND ${TARVINEL_STAGE}/fonts/)
+if(idle)
+  file(REMOVE ${idle})
+endif()
 
 set(missing "")
 while(fonts)

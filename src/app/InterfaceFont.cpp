@@ -1,5 +1,7 @@
 #include "app/InterfaceFont.h"
 
+#include "controls/Emphasis.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QLocale>
@@ -11,11 +13,24 @@ constexpr int usualSize = 14; // pixels, where neither a widget nor a style shee
 constexpr QLatin1String latin("Roboto");
 constexpr QLatin1String chinese("Droid Sans Fallback");
 constexpr QLatin1String japanese("MotoyaLCedar");
-// After the two others: it claims to have Han characters, and they are blank.
-constexpr QLatin1String korean("NanumSquare");
+// After the two others: it has fewer Han characters.
+constexpr QLatin1String korean("NanumBarunGothic");
 
 // What the bar's style sheet names for its arrows; where it is missing, they are of the usual family.
 constexpr QLatin1String arrows("Segoe UI Symbol");
+
+// Their own scripts' faces are half bold in no family, and the digits beside them lose that weight too.
+bool knowsNoDemiBold(const QString& locale)
+{
+    switch (QLocale(locale).language()) {
+    case QLocale::Chinese:
+    case QLocale::Japanese:
+    case QLocale::Korean:
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace
 
@@ -43,4 +58,5 @@ void useInterfaceFont(const QString& locale)
     QFont font(latin);
     font.setPixelSize(usualSize);
     QApplication::setFont(font);
+    Controls::setEmphasis(knowsNoDemiBold(locale) ? QFont::Bold : QFont::DemiBold);
 }

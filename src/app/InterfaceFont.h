@@ -11,6 +11,6 @@
 // locale's name, such as "ja" or "zh_CN"; an unknown one gives the usual order.
 [[nodiscard]] QStringList fallbackFamilies(const QString& locale);
 
-// Makes them the application's font. Once, before any text is shown; when the families are loaded does not
-// matter.
+// Makes them the application's font, and tells the controls a weight that all of them have. Once, before any
+// text is shown; when the families are loaded does not matter.
 void useInterfaceFont(const QString& locale);

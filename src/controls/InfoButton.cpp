@@ -1,6 +1,7 @@
 #include "controls/InfoButton.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/Emphasis.h"
 #include "controls/InfoButtonAccessible.h"
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
@@ -48,7 +49,7 @@ InfoButton::InfoButton(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_textLabel = addLabel(QStringLiteral("textLabel"), Qt::AlignLeft | Qt::AlignVCenter);
-    setLabelFont(m_textLabel, textSize, QFont::DemiBold);
+    setLabelFont(m_textLabel, textSize, Controls::emphasis());
     connect(this, &InfoButton::toggled, this, &InfoButton::tellLabels);
 }
 

@@ -1,6 +1,7 @@
 #include "controls/LabelButton.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/Emphasis.h"
 
 #include <QAccessible>
 
@@ -21,7 +22,7 @@ LabelButton::LabelButton(QWidget* parent)
     , m_infoLabel(addLabel(QStringLiteral("infoLabel"), Qt::AlignRight | Qt::AlignVCenter))
 {
     setLabelFont(textLabel(), captionSize, QFont::Normal);
-    setLabelFont(m_infoLabel, valueSize, QFont::DemiBold);
+    setLabelFont(m_infoLabel, valueSize, Controls::emphasis());
     m_infoLabel->setSmallestSize(smallestValueSize); // a value is read to its unit at its end
 }
 

@@ -1,6 +1,7 @@
 #include "controls/PopupWidget.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/Emphasis.h"
 #include "controls/Marks.h"
 #include "controls/Placement.h"
 #include "controls/ThemeManager.h"
@@ -45,7 +46,7 @@ PopupWidget::PopupWidget(QWidget* owner)
     m_title->setContentsMargins(titleInset, 0, titleInset, 0);
     QFont font = m_title->font();
     font.setPixelSize(titleSize);
-    font.setWeight(QFont::DemiBold);
+    font.setWeight(Controls::emphasis());
     m_title->setFont(font);
     m_title->hide();
     m_rows->addWidget(m_title);

@@ -1,6 +1,7 @@
 #include "controls/SwitchHalf.h"
 
 #include "controls/ElidedText.h"
+#include "controls/Emphasis.h"
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
 
@@ -40,7 +41,7 @@ SwitchHalf::SwitchHalf(bool on, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     QFont word = font();
     word.setPixelSize(wordSize);
-    word.setWeight(QFont::DemiBold);
+    word.setWeight(emphasis());
     setFont(word);
 }
 

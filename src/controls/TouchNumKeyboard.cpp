@@ -2,6 +2,7 @@
 
 #include "controls/BaseUnitAdapter.h"
 #include "controls/ElidedLabel.h"
+#include "controls/Emphasis.h"
 #include "controls/EntryLine.h"
 #include "controls/Keypad.h"
 #include "controls/KeypadKey.h"
@@ -187,7 +188,7 @@ void TouchNumKeyboard::Private::build(const QString& titleText)
 
 QLayout* TouchNumKeyboard::Private::buildTitleRow(const QString& text)
 {
-    title = createLabel(QStringLiteral("titleLabel"), titleFont, QFont::DemiBold, q);
+    title = createLabel(QStringLiteral("titleLabel"), titleFont, emphasis(), q);
     title->setText(text);
 
     auto* const cancel = new KeypadKey(QStringLiteral("\u00d7"), cancelFont, q);

@@ -3,6 +3,7 @@
 
 #include "app/HelperApplication.h"
 #include "app/InterfaceFont.h"
+#include "controls/LabelButton.h"
 
 #include <QApplication>
 #include <QDir>
@@ -85,6 +86,8 @@ private slots:
     void facesByLanguage();
     void facesByWeight_data();
     void facesByWeight();
+    void emphasis_data();
+    void emphasis();
     void noFileIsIdle();
     void digitsAreOfOneWidth();
     void everyCharacterIsThere_data();
@@ -197,7 +200,7 @@ void InterfaceFontTest::facesByLanguage_data()
     const QString roboto = QStringLiteral("Roboto-Regular.ttf");
     const QString chinese = QStringLiteral("DroidSansFallbackFull.ttf");
     const QString japanese = QStringLiteral("MTLc3m.ttf");
-    const QString korean = QStringLiteral("NanumSquareR.ttf");
+    const QString korean = QStringLiteral("NanumBarunGothic.ttf");
     const QString han = QStringLiteral("\u76f4\u9aa8 2.4 GHz"); // of two forms each
     QTest::newRow("Han for the Japanese") << "ja" << han << 0 << japanese;
     QTest::newRow("another") << "ja" << han << 1 << japanese;
@@ -243,8 +246,8 @@ void InterfaceFontTest::facesByWeight_data()
     QTest::newRow("500") << "font-weight: 500" << latin << "Roboto-Medium.ttf";
     QTest::newRow("600") << "font-weight: 600" << latin << "Roboto-Bold.ttf";
     QTest::newRow("bold") << "font-weight: bold" << latin << "Roboto-Bold.ttf";
-    QTest::newRow("Hangul") << "" << hangul << "NanumSquareR.ttf";
-    QTest::newRow("bold Hangul") << "font-weight: bold" << hangul << "NanumSquareB.ttf";
+    QTest::newRow("Hangul") << "" << hangul << "NanumBarunGothic.ttf";
+    QTest::newRow("bold Hangul") << "font-weight: bold" << hangul << "NanumBarunGothicBold.ttf";
 }
 
 void InterfaceFontTest::facesByWeight()
@@ -256,6 +259,31 @@ void InterfaceFontTest::facesByWeight()
     label.setStyleSheet(declaration);
     label.ensurePolished();
     QTEST(fileOf(text, 0, label.font()), "file");
+}
+
+void InterfaceFontTest::emphasis_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("file");
+    const QString korean = QStringLiteral("253 \uc0d8\ud50c");
+    QTest::newRow("English") << "en" << QStringLiteral("253 samples") << 0 << "Roboto-Medium.ttf";
+    QTest::newRow("Japanese") << "ja" << QStringLiteral("253 \u30b5\u30f3") << 0 << "Roboto-Bold.ttf";
+    QTest::newRow("Chinese") << "zh_CN" << QStringLiteral("253 \u91c7\u6837") << 0 << "Roboto-Bold.ttf";
+    QTest::newRow("Korean") << "ko" << korean << 0 << "Roboto-Bold.ttf";
+    QTest::newRow("Hangul") << "ko" << korean << 4 << "NanumBarunGothicBold.ttf";
+}
+
+// A value's number and unit are of one weight, in every language.
+void InterfaceFontTest::emphasis()
+{
+    QFETCH(const QString, locale);
+    QFETCH(const QString, value);
+    QFETCH(const int, position);
+    useInterfaceFont(locale);
+    const LabelButton button;
+    QTEST(fileOf(value, position, button.findChild<QLabel*>(QStringLiteral("infoLabel"))->font()), "file");
 }
 
 void InterfaceFontTest::noFileIsIdle()

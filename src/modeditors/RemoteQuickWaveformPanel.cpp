@@ -1,6 +1,5 @@
 #include "modeditors/RemoteQuickWaveformPanel.h"
 
-#include "controls/ElidedLabel.h"
 #include "controls/ThemeManager.h"
 #include "modeditors/WaveformBrowser.h"
 #include "modeditors/contract/NumericFieldSpec.h"
@@ -56,10 +55,7 @@ constexpr QLatin1String tableStyle(
     "font-size:18px;font-weight:500;}");
 // clang-format on
 
-constexpr int frameWidth = 1; // pixels, as the style sheet has it, and as the next two
-constexpr int refusalInset = 10;
-constexpr int refusalGap = 6;
-constexpr int refusalLines = 2; // at most
+constexpr int frameWidth = 1; // pixels, as the style sheet has it
 
 QString timeSpan(const QJsonValue& seconds)
 {
@@ -72,14 +68,11 @@ QString timeSpan(const QJsonValue& seconds)
 RemoteQuickWaveformPanel::RemoteQuickWaveformPanel(QWidget* parent)
     : ConfirmingModEditor(parent)
     , m_form(std::make_unique<Ui::QuickWaveformPanel>())
-    , m_refusal(new Controls::ElidedLabel(this, refusalLines))
 {
     provideIcons();
     m_form->setupUi(this);
     setAttribute(Qt::WA_StyledBackground);
-    m_refusal->setObjectName(QStringLiteral("refusal"));
-    m_refusal->hide();
-    placeRefusal();
+    setContentsMargins(frameWidth, frameWidth, frameWidth, frameWidth); // nothing stands on the panel's frame
     m_form->btnPeriodLen->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_form->btnPeriodLen->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_form->tableWidget->setHorizontalHeaderLabels({tr("File Name"), tr("Samples / Duration")});
@@ -139,36 +132,13 @@ void RemoteQuickWaveformPanel::showLoadState()
     if (load->toolTip() != error) {
         load->setToolTip(error);
     }
-    showRefusal(loading ? QString() : error); // a finger cannot ask for the tool tip
+    m_form->tableWidget->setNotice(loading ? QString() : error); // a finger cannot ask for the tool tip
     load->setEnabled(!loading);
     m_form->btnIQScale->setEnabled(canScale());
     for (QWidget* button :
          {m_form->btnSampleRate, m_form->btnPeriod, m_form->btnSamplesToUse, m_form->btnSampleOffset}) {
         button->setEnabled(canBeEnabled());
     }
-}
-
-void RemoteQuickWaveformPanel::showRefusal(const QString& reason)
-{
-    if (reason != m_refusal->text()) {
-        m_refusal->setText(reason);
-        m_refusal->setVisible(!reason.isEmpty());
-        placeRefusal();
-    }
-}
-
-// Below everything else, so that it moves nothing. Nothing stands on the panel's frame.
-void RemoteQuickWaveformPanel::placeRefusal()
-{
-    int room = 0;
-    if (!m_refusal->text().isEmpty()) {
-        m_refusal->ensurePolished();
-        m_refusal->resize(width() - 2 * refusalInset, m_refusal->height());
-        room = m_refusal->shownLines().size() * m_refusal->fontMetrics().height() + 2 * refusalGap;
-        m_refusal->setGeometry(refusalInset, height() - frameWidth - room, m_refusal->width(), room);
-        m_refusal->setToolTip(m_refusal->isCut() ? m_refusal->text() : QString());
-    }
-    setContentsMargins(frameWidth, frameWidth, frameWidth, frameWidth + room);
 }
 
 bool RemoteQuickWaveformPanel::canBeEnabled() const
@@ -197,12 +167,6 @@ void RemoteQuickWaveformPanel::showEvent(QShowEvent* event)
 {
     ConfirmingModEditor::showEvent(event);
     m_browser->setPaused(false);
-}
-
-void RemoteQuickWaveformPanel::resizeEvent(QResizeEvent* event)
-{
-    ConfirmingModEditor::resizeEvent(event);
-    placeRefusal();
 }
 
 void RemoteQuickWaveformPanel::hideEvent(QHideEvent* event)

@@ -10,10 +10,6 @@ class QuickWaveformPanel;
 
 class WaveformBrowser;
 
-namespace Controls {
-class ElidedLabel;
-}
-
 // The editor of quick waveform items. The user chooses a WAV file below the root that the main process names;
 // the main process loads it, and the editor shows how far that is.
 class RemoteQuickWaveformPanel final : public ConfirmingModEditor
@@ -31,18 +27,13 @@ protected:
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void connectWidgets();
     void showLoadState();
-    // Why the last file could not be loaded; empty for nothing.
-    void showRefusal(const QString& reason);
-    void placeRefusal();
     void showTheme();
     [[nodiscard]] bool canScale() const;
 
     std::unique_ptr<Ui::QuickWaveformPanel> m_form;
-    Controls::ElidedLabel* m_refusal;
     WaveformBrowser* m_browser;
 };

@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 
 // How the editor shows what it is given.
@@ -24,6 +25,8 @@ private slots:
     void loadButton_data();
     void loadButton();
     void failureIsToldAtOnce();
+    void failureHidesNoEntry_data();
+    void failureHidesNoEntry();
     void enabledButtons_data();
     void enabledButtons();
     void enableSwitchNeedsAFile_data();
@@ -134,17 +137,14 @@ void QuickStateSuite::loadButton()
 void QuickStateSuite::failureIsToldAtOnce()
 {
     const auto* const refusal = m_fixture->editor.find<QLabel>(QStringLiteral("refusal"));
-    const QWidget& editor = m_fixture->editor.editor();
-    const QPoint table = m_fixture->table().pos();
+    const QTableWidget& table = m_fixture->table();
+    const QRect place = table.geometry();
     QVERIFY(!refusal->isVisible());
-    const int height = editor.minimumSizeHint().height();
     m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no WAV file")}});
     QVERIFY(refusal->isVisible());
     QCOMPARE(refusal->text(), QStringLiteral("no WAV file"));
-    QVERIFY(editor.minimumSizeHint().height() > height); // it has room of its own
-    QVERIFY(editor.rect().contains(refusal->geometry()));
-    QTRY_VERIFY(!refusal->geometry().intersects(m_fixture->table().geometry()));
-    QCOMPARE(m_fixture->table().pos(), table);
+    QCOMPARE(table.geometry(), place);
+    QVERIFY(table.viewport()->geometry().contains(refusal->geometry()));
     m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")},
                       {QStringLiteral("loadInProgress"), true}});
     QVERIFY(!refusal->isVisible());
@@ -152,7 +152,33 @@ void QuickStateSuite::failureIsToldAtOnce()
     QCOMPARE(refusal->text(), QStringLiteral("no samples"));
     m_fixture->apply();
     QVERIFY(!refusal->isVisible());
-    QCOMPARE(editor.minimumSizeHint().height(), height);
+}
+
+// Also where they would just fit without it.
+void QuickStateSuite::failureHidesNoEntry_data()
+{
+    QTest::addColumn<int>("files");
+    for (int files = 1; files <= 30; ++files) {
+        QTest::addRow("%d", files) << files;
+    }
+}
+
+void QuickStateSuite::failureHidesNoEntry()
+{
+    QFETCH(const int, files);
+    for (int i = 0; i < files; ++i) {
+        m_fixture->addFile(QStringLiteral("%1.wav").arg(i, 2, 10, QLatin1Char('0')), {});
+    }
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no WAV file")}});
+    QTableWidget& table = m_fixture->table();
+    const auto* const refusal = m_fixture->editor.find<QLabel>(QStringLiteral("refusal"));
+    table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum());
+    const int bottom =
+        table.viewport()->y() + table.visualItemRect(table.item(table.rowCount() - 1, 0)).bottom();
+    QVERIFY(bottom < refusal->y());
+    const int top = table.verticalScrollBar()->value();
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")}});
+    QCOMPARE(table.verticalScrollBar()->value(), top);
 }
 
 void QuickStateSuite::enabledButtons_data()

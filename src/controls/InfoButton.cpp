@@ -226,6 +226,7 @@ void InfoButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (m_readOnly) {
+        painter.fillRect(rect(), ThemeManager::instance().color(ThemeManager::Surface));
         paintFrame(painter, rect());
         return;
     }

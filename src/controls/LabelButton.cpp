@@ -9,6 +9,7 @@ namespace {
 constexpr int lineGap = 2;
 constexpr int columnGap = 8;
 constexpr int verticalInset = 10;
+constexpr int spareInset = 4;         // of the inset, where a caption has more than one line
 constexpr int captionSize = 14;       // pixels
 constexpr int valueSize = 16;         // pixels
 constexpr int smallestValueSize = 11; // pixels; still read, and whole
@@ -56,6 +57,15 @@ void LabelButton::setLabelAlignment(Qt::Alignment alignment)
     }
 }
 
+void LabelButton::setCaptionLines(int lines)
+{
+    if (lines != m_captionLines) {
+        m_captionLines = lines;
+        textLabel()->setLines(lines);
+        rearrange();
+    }
+}
+
 void LabelButton::setLabelElideMode(Qt::TextElideMode mode)
 {
     m_infoLabel->setElideMode(mode);
@@ -86,6 +96,7 @@ QSize LabelButton::contentSize() const
 {
     const QSize caption = textLabel()->sizeHint();
     const QSize value = m_infoLabel->sizeHint();
+    const int saved = m_captionLines > 1 ? 2 * spareInset : 0;
     return {qMax(caption.width(), value.width()),
-            qMax(contentHeight, caption.height() + lineGap + value.height())};
+            qMax(contentHeight, caption.height() + lineGap + value.height() - saved)};
 }

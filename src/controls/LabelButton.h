@@ -10,6 +10,7 @@ class LabelButton : public InfoButton
     Q_OBJECT
     Q_PROPERTY(QString labelText READ labelText WRITE setLabelText)
     Q_PROPERTY(Qt::Alignment labelAlignment READ labelAlignment WRITE setLabelAlignment)
+    Q_PROPERTY(int captionLines READ captionLines WRITE setCaptionLines)
 
 public:
     explicit LabelButton(QWidget* parent = nullptr);
@@ -20,6 +21,9 @@ public:
     virtual void setLabelText(const QString& text);
     [[nodiscard]] Qt::Alignment labelAlignment() const;
     void setLabelAlignment(Qt::Alignment alignment);
+    // At most so many lines; the button keeps room for all of them. One unless told otherwise.
+    [[nodiscard]] int captionLines() const { return m_captionLines; }
+    void setCaptionLines(int lines);
     // Where a value that does not fit is shortened; at its end unless told otherwise.
     void setLabelElideMode(Qt::TextElideMode mode);
 
@@ -29,4 +33,5 @@ protected:
 
 private:
     Controls::ElidedLabel* m_infoLabel;
+    int m_captionLines = 1;
 };

@@ -7,7 +7,6 @@
 #include "utils/NumberText.h"
 
 #include <QHeaderView>
-#include <QToolTip>
 #include <algorithm>
 
 using Controls::ThemeManager;
@@ -56,7 +55,7 @@ constexpr QLatin1String tableStyle(
     "font-size:18px;font-weight:500;}");
 // clang-format on
 
-constexpr int loadTextSize = 15; // pixels
+constexpr int frameWidth = 1; // pixels, as the style sheet has it
 
 QString timeSpan(const QJsonValue& seconds)
 {
@@ -73,11 +72,8 @@ RemoteQuickWaveformPanel::RemoteQuickWaveformPanel(QWidget* parent)
     provideIcons();
     m_form->setupUi(this);
     setAttribute(Qt::WA_StyledBackground);
-    QFont loadFont = m_form->btnLoad->font();
-    loadFont.setPixelSize(loadTextSize);
-    loadFont.setWeight(QFont::DemiBold);
-    m_form->btnLoad->setFont(loadFont);
-    m_form->btnPeriodLen->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setContentsMargins(frameWidth, frameWidth, frameWidth, frameWidth); // nothing stands on the panel's frame
+    m_form->btnPeriodLen->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_form->btnPeriodLen->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_form->tableWidget->setHorizontalHeaderLabels({tr("File Name"), tr("Samples / Duration")});
     m_form->tableWidget->horizontalHeaderItem(WaveformTable::Name)
@@ -132,14 +128,11 @@ void RemoteQuickWaveformPanel::showLoadState()
     const QString error = profile().value(QLatin1String("loadError")).toString();
     QPushButton* const load = m_form->btnLoad;
     const QString text = loading ? tr("Loading...") : error.isEmpty() ? tr("Load") : tr("Load Failed");
-    const bool isNews = load->text() != text || load->toolTip() != error;
     load->setText(text);
     if (load->toolTip() != error) {
         load->setToolTip(error);
     }
-    if (isNews && !loading && !error.isEmpty() && isVisible()) { // a finger cannot ask for it
-        QToolTip::showText(load->mapToGlobal(load->rect().bottomLeft()), error, load);
-    }
+    m_form->tableWidget->setNotice(loading ? QString() : error); // a finger cannot ask for the tool tip
     load->setEnabled(!loading);
     m_form->btnIQScale->setEnabled(canScale());
     for (QWidget* button :

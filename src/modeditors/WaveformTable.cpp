@@ -48,6 +48,7 @@ QString shownFacts(const WaveformEntry& entry)
 
 WaveformTable::WaveformTable(QWidget* parent)
     : QTableWidget(parent)
+    , m_notice(this)
     , m_writing(this)
     , m_parentIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/back.svg")))
     , m_folderIcon(Controls::themedIcon(QStringLiteral(":/QuickWaveform/Image/folder.svg")))
@@ -140,6 +141,14 @@ void WaveformTable::setHint(const QString& hint)
     if (hint != m_hint) {
         m_hint = hint;
         viewport()->update();
+    }
+}
+
+void WaveformTable::setNotice(const QString& notice)
+{
+    if (notice != m_notice.text()) {
+        m_notice.setText(notice);
+        updateGeometries();
     }
 }
 
@@ -236,6 +245,19 @@ void WaveformTable::resizeEvent(QResizeEvent* event)
     QTableWidget::resizeEvent(event);
     writeRowsInView();
     emit viewMoved();
+}
+
+// What the notice covers of the last entries can be scrolled into view.
+void WaveformTable::updateGeometries()
+{
+    const int top = verticalScrollBar()->value();
+    QTableWidget::updateGeometries();
+    const int covered = m_notice.place(viewport()->geometry());
+    if (covered > 0) {
+        const int rest = verticalHeader()->length() + covered - viewport()->height();
+        verticalScrollBar()->setMaximum(std::max(0, rest));
+        verticalScrollBar()->setValue(top);
+    }
 }
 
 void WaveformTable::setEntries(QVector<WaveformEntry> entries)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "modeditors/ListNotice.h"
 #include "modeditors/WaveformListing.h"
 
 #include <QHash>
@@ -26,6 +27,8 @@ public:
     void updateFolder(QVector<WaveformEntry> entries);
     // What is to be read where the table has no entry; empty for nothing.
     void setHint(const QString& hint);
+    // What stands below the entries until it is taken back; empty for nothing.
+    void setNotice(const QString& notice);
 
     // Of a file that is listed; others are ignored.
     void showFacts(const QString& path, const QString& facts);
@@ -58,6 +61,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void updateGeometries() override;
 
 private:
     void setEntries(QVector<WaveformEntry> entries);
@@ -77,6 +81,7 @@ private:
     QString m_loadedFile;
     QString m_pressedPath;
     QString m_hint;
+    ListNotice m_notice;
     QTimer m_writing;
     int m_nextRow = 0; // rows from here on may not be written yet
     int m_loadedRow = -1;

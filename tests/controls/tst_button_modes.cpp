@@ -97,7 +97,7 @@ void ButtonModesTest::readOnlyButtonIsAFrame()
         for (const QPoint& corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 59), QPoint(199, 59)}) {
             QCOMPARE(picture.pixelColor(corner), ThemeManager::color(ThemeManager::Border, theme));
         }
-        QCOMPARE(picture.pixelColor(100, 4), picture.pixelColor(250, 80)); // the window itself
+        QCOMPARE(picture.pixelColor(100, 4), ThemeManager::color(ThemeManager::Surface, theme));
     }
 }
 

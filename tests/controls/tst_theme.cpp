@@ -1,5 +1,9 @@
+#include "controls/CommandButton.h"
+#include "controls/LabelButton.h"
 #include "controls/ThemeManager.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QFile>
 #include <QMetaEnum>
 #include <QPushButton>
@@ -139,6 +143,8 @@ private slots:
     void textsAreLegible_data();
     void textsAreLegible();
     void switchingIsSeen();
+    void popupTilesHaveNoEdge_data();
+    void popupTilesHaveNoEdge();
 };
 
 void ThemeTest::cleanup()
@@ -266,6 +272,31 @@ void ThemeTest::textsAreLegible()
                                       ThemeManager::color(ThemeManager::Role(below), theme));
         QVERIFY2(ratio >= minimum, qPrintable(QStringLiteral("%1 in theme %2").arg(ratio).arg(theme)));
     }
+}
+
+void ThemeTest::popupTilesHaveNoEdge_data()
+{
+    QTest::addColumn<QString>("popup");
+    QTest::addColumn<int>("theme");
+    for (const auto theme : {ThemeManager::Light, ThemeManager::Dark}) {
+        const char* const name = theme == ThemeManager::Light ? "light" : "dark";
+        QTest::addRow("sweep, %s", name) << QStringLiteral("miniBarHelperSweepPopup") << int(theme);
+        QTest::addRow("command, %s", name) << QString() << int(theme);
+    }
+}
+
+void ThemeTest::popupTilesHaveNoEdge()
+{
+    QFETCH(const QString, popup);
+    QFETCH(const int, theme);
+    qApp->setStyleSheet(styleSheet(ThemeManager::Theme(theme)));
+    QDialog dialog;
+    dialog.setObjectName(popup);
+    QAbstractButton* const tile = popup.isEmpty() ? static_cast<QAbstractButton*>(new CommandButton(&dialog))
+                                                  : static_cast<QAbstractButton*>(new LabelButton(&dialog));
+    tile->resize(146, 60);
+    QCOMPARE(tile->grab().toImage().pixelColor(0, 0),
+             ThemeManager::color(ThemeManager::Sunken, ThemeManager::Theme(theme)));
 }
 
 void ThemeTest::switchingIsSeen()

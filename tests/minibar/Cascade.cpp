@@ -12,6 +12,7 @@ const QMap<QString, QStringList>& baseTypes()
     static const QMap<QString, QStringList> bases = {
         {QStringLiteral("LabelButton"), {QStringLiteral("InfoButton")}},
         {QStringLiteral("EnumTextButton"), {QStringLiteral("LabelButton"), QStringLiteral("InfoButton")}},
+        {QStringLiteral("CommandButton"), {QStringLiteral("QPushButton")}},
         {QStringLiteral("QListWidget"), {QStringLiteral("QListView"), QStringLiteral("QAbstractItemView")}},
         {QStringLiteral("QListView"), {QStringLiteral("QAbstractItemView")}},
         {QStringLiteral("QTableWidget"), {QStringLiteral("QTableView"), QStringLiteral("QAbstractItemView")}},

@@ -76,11 +76,10 @@ constexpr Subject texts[] = {
     {"QDialog#miniBarHelperModPopup SwitchButton QPushButton#btnOn%1", "- :checked"},
     {"QDialog#miniBarHelperModPopup SwitchButton QPushButton#btnOff%1", "- :checked"},
     {"QDialog#miniBarHelperModPopup QPushButton#remoteModCommandButton%1", "- :hover :pressed :disabled"},
-    {"QDialog#miniBarHelperModPopup QWidget#StreamingPanel QPushButton%1",
-     "- :hover :pressed :focus :disabled"},
+    {"QDialog#miniBarHelperModPopup CommandButton%1", "- :hover :pressed :focus :disabled"},
     {"QDialog#miniBarHelperModPopup QWidget#StreamingPanel QLabel#listTitle", "-"},
     {"QDialog#miniBarHelperModPopup QWidget#StreamingPanel QListWidget::item%1", rowStates},
-    {"QDialog#miniBarHelperModPopup QWidget#QuickWaveformPanel QPushButton%1", simpleStates},
+    {"QDialog#miniBarHelperModPopup QWidget#QuickWaveformPanel QLabel#refusal", "-"},
     {"QDialog#miniBarHelperModPopup QWidget#QuickWaveformPanel QTableWidget#tableWidget::item%1",
      "- :selected :pressed"},
     {"QDialog#miniBarHelperModPopup QWidget#QuickWaveformPanel QTableWidget#tableWidget QHeaderView::section",
@@ -128,6 +127,16 @@ constexpr const char* plainBackgrounds[] = {
 
 // A mark, and what it stands on.
 constexpr const char* marks[] = {"QScrollBar:vertical::handle", "QScrollBar:horizontal::handle:pressed"};
+
+// Controls that look alike wherever they are.
+constexpr const char* equalBackgrounds[][2] = {
+    {"QDialog#miniBarHelperModPopup SwitchButton:disabled",
+     "QDialog#miniBarHelperModPopup LabelButton:disabled"},
+    {"QDialog#miniBarHelperModPopup CommandButton:disabled",
+     "QDialog#miniBarHelperModPopup LabelButton:disabled"},
+    {"QDialog#miniBarHelperSweepPopup SwitchButton QPushButton#btnOff:checked",
+     "QDialog#miniBarHelperModPopup SwitchButton QPushButton#btnOff:checked"},
+};
 
 // Pairs that the style sheets of bar and popups have to have.
 struct GivenPair
@@ -220,6 +229,8 @@ private slots:
     void texts();
     void marks_data();
     void marks();
+    void equalsLookAlike_data();
+    void equalsLookAlike();
     void everyColourIsTried_data();
     void everyColourIsTried();
 };
@@ -277,6 +288,27 @@ void ContrastTest::marks()
     StyledPath whole = part;
     whole.last().part.clear();
     QVERIFY(contrast(cascade.background(part), cascade.background(whole)) >= visible);
+}
+
+void ContrastTest::equalsLookAlike_data()
+{
+    QTest::addColumn<bool>("light");
+    QTest::addColumn<QString>("one");
+    QTest::addColumn<QString>("other");
+    for (const bool light : {true, false}) {
+        for (const auto& pair : equalBackgrounds)
+            QTest::addRow("%s: %s", light ? "light" : "dark", pair[0])
+                << light << QString(QLatin1String(pair[0])) << QString(QLatin1String(pair[1]));
+    }
+}
+
+void ContrastTest::equalsLookAlike()
+{
+    QFETCH(const bool, light);
+    QFETCH(const QString, one);
+    QFETCH(const QString, other);
+    Cascade cascade = cascadeOf(light);
+    QCOMPARE(cascade.background(parsedPath(one)), cascade.background(parsedPath(other)));
 }
 
 void ContrastTest::everyColourIsTried_data()

@@ -134,6 +134,8 @@ void EditorFormSuite::digitalForm()
     QCOMPARE(editor.styleSheet(), QString());
     QCOMPARE(grid(fixture).objectName(), QStringLiteral("gridLayout"));
     QCOMPARE(grid(fixture).columnStretch(0), grid(fixture).columnStretch(1));
+    QCOMPARE(grid(fixture).contentsMargins(), QMargins(10, 0, 6, 0)); // in line with the other editors
+    QCOMPARE(grid(fixture).spacing(), 5);
     QCOMPARE(grid(fixture).rowStretch(7), 0);
     QSpacerItem* const spacer = grid(fixture).itemAtPosition(7, 0)->spacerItem();
     QVERIFY(spacer);

@@ -1,3 +1,4 @@
+#include "controls/ElidedLabel.h"
 #include "controls/LabelButton.h"
 #include "controls/SwitchButton.h"
 #include "controls/ThemeManager.h"
@@ -75,6 +76,10 @@ private slots:
     void iconsFollowTheTheme();
     void rowsAreInTheSheetsSize();
     void selectedRowHasAMark();
+    void frameIsWhole();
+    void columnKeepsItsWidth_data();
+    void columnKeepsItsWidth();
+    void derivedValuesAreReadOnly();
     void popupHasRoomForTheTable();
     void switchesKeepTheirSizeInTheHost();
 };
@@ -260,6 +265,52 @@ void QuickFormSuite::selectedRowHasAMark()
     const ThemeManager& theme = ThemeManager::instance();
     QCOMPARE(edge(QStringLiteral("b")), theme.color(ThemeManager::FocusRing));
     QCOMPARE(edge(QStringLiteral("a")), theme.color(ThemeManager::ListItemDefault));
+}
+
+void QuickFormSuite::frameIsWhole()
+{
+    const QuickFixture fixture;
+    const QImage image = fixture.editor.editor().grab().toImage();
+    const QColor border = ThemeManager::instance().borderColor();
+    constexpr int corner = 5; // is round
+    for (int x = corner; x < image.width() - corner; ++x) {
+        QCOMPARE(image.pixelColor(x, 0), border);
+        QCOMPARE(image.pixelColor(x, image.height() - 1), border);
+    }
+    for (int y = corner; y < image.height() - corner; ++y) {
+        QCOMPARE(image.pixelColor(0, y), border);
+        QCOMPARE(image.pixelColor(image.width() - 1, y), border);
+    }
+}
+
+void QuickFormSuite::columnKeepsItsWidth_data()
+{
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("short") << QStringLiteral("x");
+    QTest::newRow("long") << QStringLiteral("Could not be loaded, unfortunately");
+}
+
+void QuickFormSuite::columnKeepsItsWidth()
+{
+    QFETCH(const QString, caption);
+    const QuickFixture fixture;
+    auto* const load = fixture.editor.find<QPushButton>(QStringLiteral("btnLoad"));
+    QCOMPARE(load->width(), 146);
+    load->setText(caption);
+    fixture.editor.editor().layout()->activate();
+    QCOMPARE(load->width(), 146);
+    QCOMPARE(fixture.editor.find<QWidget>(QStringLiteral("btnPeriod"))->width(), 146);
+}
+
+void QuickFormSuite::derivedValuesAreReadOnly()
+{
+    const QuickFixture fixture;
+    const auto* const spans = fixture.editor.find<LabelButton>(QStringLiteral("btnPeriodLen"));
+    QVERIFY(spans->isReadOnly());
+    QVERIFY(!fixture.editor.find<LabelButton>(QStringLiteral("btnPeriod"))->isReadOnly());
+    const auto* const caption = spans->findChild<Controls::ElidedLabel*>(QStringLiteral("textLabel"));
+    QCOMPARE(caption->shownLines().size(), 2);
+    QVERIFY(!caption->isCut());
 }
 
 void QuickFormSuite::popupHasRoomForTheTable()

@@ -6,9 +6,10 @@
 
 #include <QEvent>
 #include <QJsonObject>
+#include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
-#include <QToolTip>
 
 // How the editor shows what it is given.
 class QuickStateSuite final : public QObject
@@ -24,6 +25,8 @@ private slots:
     void loadButton_data();
     void loadButton();
     void failureIsToldAtOnce();
+    void failureHidesNoEntry_data();
+    void failureHidesNoEntry();
     void enabledButtons_data();
     void enabledButtons();
     void enableSwitchNeedsAFile_data();
@@ -133,21 +136,49 @@ void QuickStateSuite::loadButton()
 // Whoever uses a finger cannot point at the button to ask why.
 void QuickStateSuite::failureIsToldAtOnce()
 {
-    const QJsonObject failed = {{QStringLiteral("loadError"), QStringLiteral("no WAV file")}};
-    m_fixture->apply(failed);
-    QCOMPARE(QToolTip::text(), QStringLiteral("no WAV file"));
-    QToolTip::hideText();
-    QTRY_VERIFY(!QToolTip::isVisible());
-    m_fixture->apply(failed); // it is no news any more
-    QVERIFY(!QToolTip::isVisible());
-    m_fixture->apply({{QStringLiteral("loadInProgress"), true}});
+    const auto* const refusal = m_fixture->editor.find<QLabel>(QStringLiteral("refusal"));
+    const QTableWidget& table = m_fixture->table();
+    const QRect place = table.geometry();
+    QVERIFY(!refusal->isVisible());
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no WAV file")}});
+    QVERIFY(refusal->isVisible());
+    QCOMPARE(refusal->text(), QStringLiteral("no WAV file"));
+    QCOMPARE(table.geometry(), place);
+    QVERIFY(table.viewport()->geometry().contains(refusal->geometry()));
     m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")},
                       {QStringLiteral("loadInProgress"), true}});
-    QVERIFY(!QToolTip::isVisible());
+    QVERIFY(!refusal->isVisible());
     m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")}});
-    QCOMPARE(QToolTip::text(), QStringLiteral("no samples"));
-    QToolTip::hideText();
-    QTRY_VERIFY(!QToolTip::isVisible());
+    QCOMPARE(refusal->text(), QStringLiteral("no samples"));
+    m_fixture->apply();
+    QVERIFY(!refusal->isVisible());
+}
+
+// Also where they would just fit without it.
+void QuickStateSuite::failureHidesNoEntry_data()
+{
+    QTest::addColumn<int>("files");
+    for (int files = 1; files <= 30; ++files) {
+        QTest::addRow("%d", files) << files;
+    }
+}
+
+void QuickStateSuite::failureHidesNoEntry()
+{
+    QFETCH(const int, files);
+    for (int i = 0; i < files; ++i) {
+        m_fixture->addFile(QStringLiteral("%1.wav").arg(i, 2, 10, QLatin1Char('0')), {});
+    }
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no WAV file")}});
+    QTableWidget& table = m_fixture->table();
+    const auto* const refusal = m_fixture->editor.find<QLabel>(QStringLiteral("refusal"));
+    table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum());
+    const int bottom =
+        table.viewport()->y() + table.visualItemRect(table.item(table.rowCount() - 1, 0)).bottom();
+    QVERIFY(bottom < refusal->y());
+    const int top = table.verticalScrollBar()->value();
+    m_fixture->apply({{QStringLiteral("loadError"), QStringLiteral("no samples")}});
+    QCOMPARE(table.verticalScrollBar()->value(), top);
 }
 
 void QuickStateSuite::enabledButtons_data()

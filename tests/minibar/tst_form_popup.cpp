@@ -286,14 +286,14 @@ void TestFormPopup::openPopupFollowsItsEditor()
     const QRect before = popup()->geometry();
     becomes(R"("editorKind":"ofdm")");
     QTRY_VERIFY(popup()->height() > before.height() + 4 * 60);
-    QVERIFY(fits());
-    QCOMPARE(popup()->geometry().right(), before.right());
+    QTRY_VERIFY(fits()); // the window manager has its say too
+    QTRY_COMPARE(popup()->geometry().right(), before.right());
     becomes(R"("editorKind":"multitone","profile":{"randomMode":false})");
     QTRY_VERIFY(fits());
     const int height = popup()->height();
     becomes(R"("editorKind":"multitone","profile":{"randomMode":true})");
     QTRY_VERIFY(popup()->height() >= height + 60);
-    QVERIFY(fits());
+    QTRY_VERIFY(fits());
     becomes(R"("editorKind":"am")");
     QTRY_COMPARE(popup()->geometry(), before);
 }

@@ -5,6 +5,7 @@
 #include "controls/Marks.h"
 #include "controls/ThemeManager.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QtMath>

@@ -7,6 +7,8 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <QTransform>
+#include <cmath>
 
 using Controls::ThemeManager;
 
@@ -15,7 +17,15 @@ namespace {
 constexpr int sheetPadding = 20; // pixels on either side of a text, as the style sheet has it
 constexpr int edgeGap = 12;      // between a name and the edge, where there are no facts
 constexpr int iconRim = 2;       // left of what an icon shows
+constexpr int mostSnap = 3;      // to a whole pixel of the screen, at scales in quarters
 constexpr int selectionBar = 3;  // marks the row by more than its colour, as in the theme's lists
+
+// The line below a row would have a gap there, where the background is painted over its end.
+bool endsWithinPixel(const QPainter& painter, const QRect& rect)
+{
+    const double end = painter.deviceTransform().map(QPointF(rect.right() + 1, 0)).x();
+    return !qFuzzyCompare(end, std::round(end));
+}
 
 } // namespace
 
@@ -62,7 +72,10 @@ bool WaveformDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
 void WaveformDelegate::paintName(QPainter* painter, const QRect& clip, const QStyleOptionViewItem& cell,
                                  const QModelIndex& index) const
 {
-    const QStyleOptionViewItem name = nameOption(cell, index);
+    QStyleOptionViewItem name = nameOption(cell, index);
+    for (int i = 0; i < mostSnap && endsWithinPixel(*painter, name.rect); ++i) {
+        name.rect.setRight(name.rect.right() - 1);
+    }
     painter->save();
     painter->setClipRect(clip, Qt::IntersectClip);
     m_table->style()->drawControl(QStyle::CE_ItemViewItem, &name, painter, m_table);

@@ -6,6 +6,7 @@
 #include "modeditors/QuickSuites.h"
 #include "modeditors/RemoteModEditorHost.h"
 #include "modeditors/WaveformTable.h"
+#include "support/Rendered.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
@@ -96,6 +97,7 @@ private slots:
     void columnKeepsItsWidth_data();
     void columnKeepsItsWidth();
     void derivedValuesAreReadOnly();
+    void rowLinesAreUnbroken();
     void popupHasRoomForTheTable();
     void switchesKeepTheirSizeInTheHost();
 };
@@ -354,6 +356,25 @@ void QuickFormSuite::derivedValuesAreReadOnly()
     const auto* const caption = spans->findChild<Controls::ElidedLabel*>(QStringLiteral("textLabel"));
     QCOMPARE(caption->shownLines().size(), 2);
     QVERIFY(!caption->isCut());
+}
+
+// Where a scale ends the room of a name within a pixel of the screen, too.
+void QuickFormSuite::rowLinesAreUnbroken()
+{
+    constexpr double scale = 1.5;
+    QuickFixture fixture;
+    fixture.addWaveform(QStringLiteral("a.wav"));
+    fixture.apply();
+    QTRY_VERIFY(fixture.facts(QStringLiteral("a")).size() > 1);
+    QTableWidget& table = fixture.table();
+    const int row = fixture.rowOf(QStringLiteral("a"));
+    const int bottom = int(table.visualItemRect(table.item(row, WaveformTable::Name)).bottom() * scale);
+    for (const int wider : {0, 1}) {
+        table.resize(table.width() + wider, table.height());
+        const QImage picture = TestSupport::rendered(table.viewport(), scale);
+        for (int x = 0; x < picture.width() - 1; ++x)
+            QCOMPARE(picture.pixelColor(x, bottom), picture.pixelColor(0, bottom));
+    }
 }
 
 void QuickFormSuite::popupHasRoomForTheTable()

@@ -29,6 +29,10 @@ QSize withMargins(const QWidget* page)
 
 RemoteMiniBarWindow::RemoteMiniBarWindow(QWidget* parent)
     : QWidget(parent)
+    , m_presence(*this, [this] {
+        hide();
+        appear();
+    })
 {
     const bool light = readThemeSetting();
     applyTheme(light);
@@ -167,6 +171,7 @@ void RemoteMiniBarWindow::setMode(MiniBarMode target)
     m_awaitsActivation = m_mode == MiniBarMode::Hidden && target == MiniBarMode::Expanded;
     m_mode = target;
     if (target == MiniBarMode::Hidden) {
+        m_presence.stop();
         hide();
         return;
     }
@@ -174,9 +179,15 @@ void RemoteMiniBarWindow::setMode(MiniBarMode target)
     m_stack->setCurrentWidget(isExpanded ? m_pages->expandedPage : m_pages->collapsedPage);
     place();
     setWindowOpacity(isExpanded ? fullOpacity : quietOpacity);
+    appear();
+    m_presence.begin();
+}
+
+void RemoteMiniBarWindow::appear()
+{
     show();
     raise();
-    if (isExpanded)
+    if (m_mode == MiniBarMode::Expanded)
         activateWindow();
 }
 

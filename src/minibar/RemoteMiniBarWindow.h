@@ -5,6 +5,7 @@
 #include "minibar/BarStatus.h"
 #include "minibar/NumericEdit.h"
 #include "minibar/Placement.h"
+#include "minibar/PresenceCheck.h"
 
 #include <QJsonObject>
 #include <QWidget>
@@ -68,6 +69,7 @@ private:
     void setMode(MiniBarMode target);
     // Puts the window where it belongs in the current mode.
     void place();
+    void appear();
     void putAt(QPoint topLeft);
     // Follows a move that was not ours (the window manager's): the bar stays where it was taken.
     void takeOverMove();
@@ -99,6 +101,7 @@ private:
     QPoint m_reportedPosition;       // where it was last seen
     bool m_paintedSinceShow = false; // reports count from then on
     bool m_awaitsActivation = false; // shown expanded again, and not yet in use
+    PresenceCheck m_presence;
     QSize m_collapsedSize;
     QSize m_expandedSize;
     QStackedLayout* m_stack = nullptr;

@@ -24,6 +24,7 @@ using namespace TestSupport;
 namespace {
 
 constexpr QPoint anchor(900, 60);
+constexpr qint64 longestAbsence = 5000; // ms; a bar that was asked back is shown again
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool isPlain = false; // the sanitizer holds freed memory back
@@ -104,6 +105,7 @@ public:
     {
         constexpr int second = 1000;
         QElapsedTimer clock;
+        QElapsedTimer absence;
         QTimer states;
         QTimer hands;
         QTimer samples;
@@ -113,7 +115,9 @@ public:
                 m_main.moveState();
         });
         QObject::connect(&hands, &QTimer::timeout, [&] {
-            m_hands.act(m_main.helperId());
+            m_longestAbsence = qMax(m_longestAbsence, absence.elapsed());
+            if (m_hands.act(m_main.helperId()))
+                absence.start();
             hands.setInterval(m_hands.pause());
         });
         QObject::connect(&samples, &QTimer::timeout,
@@ -122,6 +126,7 @@ public:
         hands.start(m_hands.pause());
         samples.start(250ms);
         clock.start();
+        absence.start();
         (void)waitUntil(
             [&] { return !m_ends.isEmpty() || clock.hasExpired(m_plan.seconds * qint64(second)); },
             m_plan.seconds * second + defaultDeadline);
@@ -143,6 +148,8 @@ public:
                          .arg(m_requests)
                          .arg(m_main.host().lastSequence())
                          .arg(m_ends.join(QStringLiteral(", "))));
+        report.check(QStringLiteral("something to take hold of"), m_longestAbsence < longestAbsence,
+                     QStringLiteral("no window for %1 ms at most").arg(m_longestAbsence));
         judgeUse(report);
         judgeLog(report);
     }
@@ -211,6 +218,7 @@ private:
     Peak m_warm;
     Peak m_later;
     qint64 m_requests = 0;
+    qint64 m_longestAbsence = 0; // ms
     QStringList m_ends;
 };
 

@@ -262,6 +262,12 @@ void XConnection::map(WindowId window) const
     xcb_flush(m_connection);
 }
 
+void XConnection::unmap(WindowId window) const
+{
+    xcb_unmap_window(m_connection, window);
+    xcb_flush(m_connection);
+}
+
 void XConnection::destroy(WindowId window) const
 {
     xcb_destroy_window(m_connection, window);

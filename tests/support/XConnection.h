@@ -69,6 +69,8 @@ public:
     // A tiny window of our own, to see what becomes of it. map() asks for it to be shown.
     [[nodiscard]] WindowId createWindow() const;
     void map(WindowId window) const;
+    // Takes away any window. A window manager takes that for its program's wish.
+    void unmap(WindowId window) const;
     void destroy(WindowId window) const;
     // Whether the window manager lists it among its windows (_NET_CLIENT_LIST).
     [[nodiscard]] bool isManaged(WindowId window) const;

@@ -44,6 +44,8 @@ private slots:
     void shownAgainWhileDragged();
     void shortMoveIsClick();
     void hideAndShowKeepExpanded();
+    void comesBackFromTheWindowManager();
+    void hideAndShowAtOnce();
     void showMovesVisibleBar();
     void collapsesWhenOtherProgramIsUsed();
     void closeAsksForMainWindow();
@@ -254,6 +256,37 @@ void TestBar::hideAndShowKeepExpanded()
     QTRY_VERIFY(!session.bar().mapped);
     QVERIFY(session.main().show());
     QTRY_COMPARE(session.geometry(), expanded);
+}
+
+// A window manager that has heard of the hiding after the showing takes the bar away.
+void TestBar::comesBackFromTheWindowManager()
+{
+    BarSession session(m_display, m_accessibility);
+    QVERIFY(session.begin());
+    const QRect place = session.bar().geometry;
+    QVERIFY(session.main().exchange("HIDE_MINIBAR", {}, "HIDDEN"));
+    QTRY_VERIFY(!session.bar().mapped);
+    QVERIFY(session.main().show(BarSession::usualAnchor));
+    QTRY_VERIFY(session.bar().mapped);
+    session.desktop().x().unmap(session.bar().id);
+    QTRY_VERIFY(!session.bar().mapped);
+    QTRY_VERIFY(session.bar().mapped);
+    QTRY_COMPARE(session.bar().geometry, place);
+}
+
+void TestBar::hideAndShowAtOnce()
+{
+    BarSession session(m_display, m_accessibility);
+    QVERIFY(session.begin());
+    for (int i = 0; i < 40; ++i) {
+        QVERIFY(session.main().exchange("HIDE_MINIBAR", {}, "HIDDEN"));
+        QVERIFY(session.main().show(BarSession::usualAnchor));
+        const WindowId later = session.desktop().x().createWindow();
+        session.desktop().x().map(later);
+        QTRY_VERIFY(session.desktop().x().isManaged(later)); // and so the bar is, if it ever will be
+        session.desktop().x().destroy(later);
+        QTRY_VERIFY(session.bar().mapped);
+    }
 }
 
 void TestBar::showMovesVisibleBar()

@@ -1,5 +1,8 @@
 #include "controls/CommandButton.h"
 
+#include "controls/ElidedText.h"
+#include "controls/Emphasis.h"
+
 #include <QHelpEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -21,7 +24,7 @@ CommandButton::CommandButton(QWidget* parent)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     QFont textFont = font();
     textFont.setPixelSize(textSize);
-    textFont.setWeight(QFont::DemiBold);
+    textFont.setWeight(Controls::emphasis());
     setFont(textFont);
 }
 
@@ -61,13 +64,7 @@ void CommandButton::paintEvent(QPaintEvent*)
 
 QFont CommandButton::fittingFont() const
 {
-    const int room = width() - 2 * inset;
-    QFont fitting = font();
-    int size = textSize;
-    while (size > smallestSize && QFontMetrics(fitting).horizontalAdvance(text()) > room) {
-        fitting.setPixelSize(--size);
-    }
-    return fitting;
+    return Controls::fittingFont(font(), text(), width() - 2 * inset, smallestSize);
 }
 
 QString CommandButton::shownText() const

@@ -24,8 +24,8 @@ public:
     // What a popup or the menu opens below.
     struct Buttons
     {
-        const QWidget* sweep;
-        const QWidget* mod;
+        QWidget* sweep;
+        QWidget* mod;
     };
 
     // `status` and `edit` are the window's and outlive this object, as do the window `bar` and its buttons;

@@ -87,9 +87,10 @@ void EditorPopup::setStyleSheet(const QString& styleSheet)
         m_dialog->setStyleSheet(styleSheet);
 }
 
-void EditorPopup::open(const QWidget* button, const QRect& bar, bool clampHeight)
+void EditorPopup::open(QWidget* button, const QRect& bar, bool clampHeight)
 {
     m_spot = {button, bar, clampHeight};
+    button->installEventFilter(this);
     const Placement::Screens screens = currentScreens(m_bar);
     m_dialog->adjustSize();
     m_placed = wantedPlace(screens);
@@ -131,12 +132,16 @@ void EditorPopup::putDialog()
     m_dialog->move(m_placed.topLeft() - m_host->windowHandle()->screen()->geometry().topLeft());
 }
 
-// An editor that is another one now, or shows one field more, gets the height that it needs.
+// An editor that is another one now, or shows one field more, gets the height that it needs. And where the
+// bar had not got its size yet, which a window manager may tell late, its button moves.
 bool EditorPopup::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_dialog && event->type() == QEvent::LayoutRequest && m_open) {
+    const bool grows = watched == m_dialog && event->type() == QEvent::LayoutRequest;
+    const bool moves = watched == m_spot.button && event->type() == QEvent::Move;
+    if (m_open && (grows || moves)) {
+        m_spot.bar.setSize(m_bar->size());
         const QRect wanted = wantedPlace(currentScreens(m_bar));
-        if (wanted.size() != m_placed.size()) {
+        if (moves ? wanted != m_placed : wanted.size() != m_placed.size()) {
             m_placed = wanted;
             putDialog();
         }

@@ -44,7 +44,7 @@ public:
     // Shows the popup under `button`, its right edge on that of the bar, whose frame is `bar`, at most as
     // wide as the screen; with `clampHeight` also at most as high. Without any screen nothing is shown. While
     // it is open it follows the size that its editor wants.
-    void open(const QWidget* button, const QRect& bar, bool clampHeight);
+    void open(QWidget* button, const QRect& bar, bool clampHeight);
     void close();
     [[nodiscard]] bool isOpen() const { return m_open; }
 

@@ -22,6 +22,7 @@ class TestSweepPopup : public BarPopupsTest
 private slots:
     void sweepPopupIsBuilt();
     void sweepPopupPlace();
+    void popupFollowsItsButton();
     void sweepButtonTogglesThePopup();
     void sweepButtonWithoutSweepOpensNothing();
     void sweepEditBecomesOneRequest();
@@ -72,6 +73,27 @@ void TestSweepPopup::sweepPopupPlace()
     QCOMPARE(rect.right(), 900);
     const LabelButton* sweep = button("Sweep");
     QCOMPARE(rect.top(), 40 + sweep->mapTo(&window(), QPoint(0, 0)).y() + sweep->height() + 6);
+}
+
+// The bar may have been pressed before it had its size.
+void TestSweepPopup::popupFollowsItsButton()
+{
+    const LabelButton* const sweep = button("Sweep");
+    const auto gap = [&] {
+        return popup(sweepName)->mapToGlobal(QPoint(0, 0)).y() -
+               sweep->mapToGlobal(QPoint(0, sweep->height())).y();
+    };
+    constexpr int usualGap = 6;
+    openSweep();
+    QTRY_COMPARE(gap(), usualGap);
+    const QSize size = window().size();
+    const int place = sweep->y();
+    window().setFixedSize(size.width(), size.height() / 2);
+    QTRY_VERIFY(sweep->y() < place);
+    QTRY_COMPARE(gap(), usualGap);
+    window().setFixedSize(size);
+    QTRY_COMPARE(sweep->y(), place);
+    QTRY_COMPARE(gap(), usualGap);
 }
 
 void TestSweepPopup::sweepButtonTogglesThePopup()

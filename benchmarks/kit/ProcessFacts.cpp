@@ -73,8 +73,8 @@ ActivityFacts activityOf(qint64 processId)
 
 void waitForRest(qint64 processId)
 {
-    constexpr unsigned long pause = 200; // ms
-    constexpr int patience = 100;
+    constexpr unsigned long pause = 600; // ms; the bar looks half a second after a show whether it has come
+    constexpr int patience = 50;
     ActivityFacts before;
     for (int looks = 0; looks < patience; ++looks) {
         const ActivityFacts now = activityOf(processId);

@@ -104,14 +104,18 @@ void LayoutTest::everyEditorIsAmongTheScreens()
 void LayoutTest::screens_data()
 {
     QTest::addColumn<QString>("language");
-    for (const QString& language : Installation::languages())
-        QTest::newRow(qPrintable(language)) << language;
+    QTest::addColumn<bool>("light");
+    for (const QString& language : Installation::languages()) {
+        for (const bool light : {true, false})
+            QTest::addRow("%s, %s", qPrintable(language), light ? "light" : "dark") << language << light;
+    }
 }
 
 void LayoutTest::screens()
 {
     QFETCH(const QString, language);
-    check(language, &Screens::visit);
+    QFETCH(const bool, light);
+    check(language, light, &Screens::visit);
 }
 
 void LayoutTest::corners_data()
@@ -122,21 +126,21 @@ void LayoutTest::corners_data()
 void LayoutTest::corners()
 {
     QFETCH(const QString, language);
-    check(language, &Screens::visitCorners);
+    check(language, true, &Screens::visitCorners);
 }
 
-void LayoutTest::check(const QString& language, void (Screens::*visit)())
+void LayoutTest::check(const QString& language, bool light, void (Screens::*visit)())
 {
     const Installation::Language inForce(language);
-    QVERIFY(Installation::setTheme(true));
+    QVERIFY(Installation::setTheme(light));
     QStringList visited;
     int faults = 0;
     Screens screens([&](const QString& name, QWidget* shown) {
         visited.append(name);
         const QStringList found = layoutFaults(shown);
         for (const QString& fault : found) {
-            qInfo().noquote() << QStringLiteral("light, %1, scale %2, %3: %4")
-                                     .arg(language, QLatin1String(m_scale), name, fault);
+            qInfo().noquote()
+                << QStringLiteral("%1, scale %2, %3: %4").arg(language, QLatin1String(m_scale), name, fault);
         }
         faults += found.size();
     });

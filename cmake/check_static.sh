@@ -21,7 +21,7 @@ fi
 # Each file is read with what it includes itself: the headers that gcc has precompiled are not for clang.
 commands=$(mktemp -d)
 trap 'rm -rf "$commands"' EXIT
-sed -E 's/ -Winvalid-pch -include [^"]*\/cmake_pch\.hxx//' "$build/compile_commands.json" >"$commands/compile_commands.json"
+sed -E 's/ -Winvalid-pch -include (\\"[^"]*\\"|[^ "]+)//' "$build/compile_commands.json" >"$commands/compile_commands.json"
 
 # The compiler's own warnings are the build's business: gcc gives them, and its names for some are not clang's.
 shared=(-p "$commands" --extra-arg=-Wno-everything "--extra-arg=-include$PWD/cmake/analysis/ConstexprStrlen.h")

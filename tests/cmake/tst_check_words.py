@@ -23,7 +23,7 @@ FOUND = [
     ("src/a.cpp", "<" * 7 + " HEAD"),
     ("tests/a.cpp", "    QTest::q" + "Wait(100);"),
     ("tests/room/a.cpp", "    QTest::q" + "Sleep (100);"),
-    ("tests/a.cpp", "    std::this_thread::sleep" + "_for(1s);"),
+    ("tests/a.cpp", "    std::this_thread::sl" + "eep_for(1s);"),
     ("tests/a.cpp", "    QThread::m" + "sleep(100);"),
     ("tests/a.cpp", '    QS' + 'KIP("no screen");'),
     ("tests/a.cpp", '#include "../support/A.h"'),

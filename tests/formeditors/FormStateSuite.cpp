@@ -1,28 +1,9 @@
 #include "formeditors/FormFixture.h"
+#include "support/TouchCounter.h"
 
 #include <QRandomGenerator>
 
-namespace {
-
-// Counts what the widgets of an application are told to do anew.
-class TouchCounter final : public QObject
-{
-public:
-    TouchCounter() { qApp->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        const QEvent::Type type = event->type();
-        if (type == QEvent::Paint || type == QEvent::UpdateRequest || type == QEvent::LayoutRequest ||
-            type == QEvent::DynamicPropertyChange || type == QEvent::EnabledChange)
-            ++count;
-        return false;
-    }
-};
-
-} // namespace
+using TestSupport::TouchCounter;
 
 // What a form shows of a state.
 class FormStateSuite final : public QObject
@@ -251,18 +232,18 @@ void FormStateSuite::equalStateTouchesNothing()
     QVERIFY(fixture.show());
     TouchCounter counter;
     const auto isQuiet = [&counter] {
-        counter.count = 0;
+        counter.touches = 0;
         QCoreApplication::processEvents();
-        return counter.count == 0;
+        return counter.touches == 0;
     };
     QTRY_VERIFY(isQuiet());
     for (int i = 0; i < 3; ++i)
         fixture.editor->applyEditorState(state, profile, true);
     QCoreApplication::processEvents();
-    QCOMPARE(counter.count, 0);
+    QCOMPARE(counter.touches, 0);
     fixture.editor->applyEditorState(state, profile, false);
     QCoreApplication::processEvents();
-    QVERIFY(counter.count > 0); // the counter does count
+    QVERIFY(counter.touches > 0); // the counter does count
 }
 
 void FormStateSuite::whatIsShownDependsOnTheLastStateOnly()

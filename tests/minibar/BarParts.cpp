@@ -1,9 +1,11 @@
 #include "minibar/BarParts.h"
 
 #include "controls/LabelButton.h"
+#include "controls/TouchNumKeyboard.h"
 
 #include <QJsonDocument>
 #include <QLayout>
+#include <QPushButton>
 #include <QTest>
 
 QJsonObject BarParts::json(const QByteArray& text)
@@ -29,6 +31,26 @@ QVector<LabelButton*> BarParts::infoButtons(const QWidget* page)
             buttons.append(button);
     }
     return buttons;
+}
+
+QPushButton* BarParts::pushButton(const QWidget* page, const char* text)
+{
+    const auto buttons = page->findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+        if (button->text() == QLatin1String(text))
+            return button;
+    }
+    return nullptr;
+}
+
+Controls::TouchNumKeyboard* BarParts::keyboard(const QWidget& window)
+{
+    const auto keyboards = window.findChildren<Controls::TouchNumKeyboard*>();
+    for (Controls::TouchNumKeyboard* candidate : keyboards) {
+        if (candidate->isVisible())
+            return candidate;
+    }
+    return nullptr;
 }
 
 void BarParts::click(QWidget* widget)

@@ -1,13 +1,12 @@
 #include "minibar/BarPopupsTest.h"
 
 #include "controls/LabelButton.h"
+#include "minibar/BarParts.h"
 
 #include <QAction>
 #include <QJsonDocument>
-#include <QPushButton>
 #include <QTest>
 
-using Controls::TouchNumKeyboard;
 using Mode = RemoteMiniBarWindow::MiniBarMode;
 
 QJsonObject BarPopupsTest::snapshot(const char* mod, const char* sweepAvailable)
@@ -35,11 +34,7 @@ void BarPopupsTest::init()
     m_window->applySnapshot(snapshot());
     m_window->setAnchorTopRight(QPoint(900, 40));
     m_window->showMiniBar();
-    const auto toggles = m_window->findChildren<QPushButton*>(QStringLiteral("miniBarToggleButton"));
-    for (QPushButton* toggle : toggles) {
-        if (toggle->text() == QLatin1String("v"))
-            QTest::mouseClick(toggle, Qt::LeftButton);
-    }
+    BarParts::click(BarParts::pushButton(BarParts::collapsed(*m_window), "v"));
     QCOMPARE(m_window->mode(), Mode::Expanded);
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
@@ -56,16 +51,6 @@ LabelButton* BarPopupsTest::button(const char* info) const
     for (LabelButton* candidate : buttons) {
         if (candidate->isVisible() &&
             (candidate->text() == QLatin1String(info) || candidate->labelText() == QLatin1String(info)))
-            return candidate;
-    }
-    return nullptr;
-}
-
-TouchNumKeyboard* BarPopupsTest::keyboard() const
-{
-    const auto keyboards = m_window->findChildren<TouchNumKeyboard*>();
-    for (TouchNumKeyboard* candidate : keyboards) {
-        if (candidate->isVisible())
             return candidate;
     }
     return nullptr;

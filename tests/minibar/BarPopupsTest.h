@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/TouchNumKeyboard.h"
+#include "minibar/BarParts.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include <QDialog>
@@ -42,7 +43,7 @@ protected:
     [[nodiscard]] bool isShown(const char* name) const { return popup(name) && popup(name)->isVisible(); }
     [[nodiscard]] QMenu* menu() const { return window().findChild<QMenu*>(QStringLiteral("miniBarModMenu")); }
     // The one that is shown; null if there is none.
-    [[nodiscard]] Controls::TouchNumKeyboard* keyboard() const;
+    [[nodiscard]] Controls::TouchNumKeyboard* keyboard() const { return BarParts::keyboard(window()); }
     void openSweep();
     void openMod(int action);
 

@@ -1,9 +1,8 @@
 #include "controls/LabelButton.h"
 #include "minibar/BarParts.h"
 #include "minibar/RemoteMiniBarWindow.h"
+#include "support/TouchCounter.h"
 
-#include <QApplication>
-#include <QEvent>
 #include <QJsonObject>
 #include <QLabel>
 #include <QSignalSpy>
@@ -104,33 +103,6 @@ void TestBarControls::parentCheckedFollows()
 
 void TestBarControls::unchangedSnapshotTouchesNothing()
 {
-    // Counts every event that a changed text, state or style brings about.
-    class Counter : public QObject
-    {
-    public:
-        int count = 0;
-
-    protected:
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            switch (event->type()) {
-            case QEvent::UpdateRequest:
-            case QEvent::Paint:
-            case QEvent::StyleChange:
-            case QEvent::Polish:
-            case QEvent::DynamicPropertyChange:
-            case QEvent::LayoutRequest:
-            case QEvent::EnabledChange:
-            case QEvent::ToolTipChange:
-                ++count;
-                break;
-            default:
-                break;
-            }
-            return false;
-        }
-    } counter;
-
     const QJsonObject snapshot = json(R"({"seq":1,"tx":{"rf":true,"centerHz":1e9,"levelDbm":1},
         "mod":{"enabled":true,"businesses":[{"id":"a","text":"A"}]}})");
     RemoteMiniBarWindow window;
@@ -138,14 +110,14 @@ void TestBarControls::unchangedSnapshotTouchesNothing()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     window.applySnapshot(snapshot);
     QCoreApplication::processEvents();
-    qApp->installEventFilter(&counter);
+    TestSupport::TouchCounter counter;
     for (int i = 0; i < 10; ++i)
         window.applySnapshot(snapshot);
     QCoreApplication::processEvents();
-    QCOMPARE(counter.count, 0);
+    QCOMPARE(counter.touches, 0);
     window.applySnapshot(json(R"({"seq":2})"));
     QCoreApplication::processEvents();
-    QVERIFY(counter.count > 0);
+    QVERIFY(counter.touches > 0);
 }
 
 void TestBarControls::rfSnapsBack()

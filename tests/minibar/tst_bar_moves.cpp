@@ -13,21 +13,8 @@ using BarParts::click;
 using BarParts::collapsed;
 using BarParts::expanded;
 using BarParts::infoButtons;
+using BarParts::pushButton;
 using Mode = RemoteMiniBarWindow::MiniBarMode;
-
-namespace {
-
-QPushButton* pushButton(const QWidget* page, const char* text)
-{
-    const auto buttons = page->findChildren<QPushButton*>();
-    for (QPushButton* button : buttons) {
-        if (button->text() == QLatin1String(text))
-            return button;
-    }
-    return nullptr;
-}
-
-} // namespace
 
 // Showing, hiding, expanding, dragging: where the bar is and how much of it.
 class TestBarMoves : public QObject

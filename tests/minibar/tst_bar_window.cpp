@@ -19,18 +19,9 @@ using BarParts::collapsed;
 using BarParts::expanded;
 using BarParts::infoButtons;
 using BarParts::json;
+using BarParts::pushButton;
 
 namespace {
-
-QPushButton* pushButton(const QWidget* page, const char* text)
-{
-    const auto buttons = page->findChildren<QPushButton*>();
-    for (QPushButton* button : buttons) {
-        if (button->text() == QLatin1String(text))
-            return button;
-    }
-    return nullptr;
-}
 
 QSize pageSize(const QWidget* page)
 {

@@ -2,6 +2,7 @@
 #include "controls/SwitchButton.h"
 #include "controls/TouchNumKeyboard.h"
 #include "link/ChangeRequests.h"
+#include "minibar/BarParts.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include <QDialog>
@@ -67,7 +68,7 @@ private:
     {
         return popup()->findChild<Widget*>(QLatin1String(name));
     }
-    TouchNumKeyboard* keyboard() const;
+    TouchNumKeyboard* keyboard() const { return BarParts::keyboard(*m_window); }
     void openItem(Item item);
     void openField(const char* button);
     void type(const QByteArray& keys) const;
@@ -84,11 +85,7 @@ void TestFormPopup::init()
     m_window->applySnapshot(snapshot());
     m_window->setAnchorTopRight(QPoint(900, 40));
     m_window->showMiniBar();
-    const auto toggles = m_window->findChildren<QPushButton*>(QStringLiteral("miniBarToggleButton"));
-    for (QPushButton* toggle : toggles) {
-        if (toggle->text() == QLatin1String("v"))
-            QTest::mouseClick(toggle, Qt::LeftButton);
-    }
+    BarParts::click(BarParts::pushButton(BarParts::collapsed(*m_window), "v"));
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
 
@@ -96,16 +93,6 @@ void TestFormPopup::cleanup()
 {
     m_requests.reset();
     m_window.reset();
-}
-
-TouchNumKeyboard* TestFormPopup::keyboard() const
-{
-    const auto keyboards = m_window->findChildren<TouchNumKeyboard*>();
-    for (TouchNumKeyboard* candidate : keyboards) {
-        if (candidate->isVisible())
-            return candidate;
-    }
-    return nullptr;
 }
 
 void TestFormPopup::openItem(Item item)

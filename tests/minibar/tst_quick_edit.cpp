@@ -1,13 +1,13 @@
 #include "controls/BaseUnitAdapter.h"
 #include "controls/LabelButton.h"
 #include "controls/TouchNumKeyboard.h"
+#include "minibar/BarParts.h"
 #include "minibar/RemoteMiniBarWindow.h"
 
 #include <QEvent>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -38,9 +38,8 @@ private slots:
 
 private:
     LabelButton* button(const char* text) const;
-    TouchNumKeyboard* keyboard() const;
+    TouchNumKeyboard* keyboard() const { return BarParts::keyboard(*m_window); }
     void type(const char* keys);
-    void toggle(const char* text);
 
     std::unique_ptr<RemoteMiniBarWindow> m_window;
     std::unique_ptr<QSignalSpy> m_center;
@@ -57,7 +56,7 @@ void TestQuickEdit::init()
             R"({"tx":{"centerHz":1.5e9,"centerUnit":"MHz","levelDbm":-7,"levelUnit":"dBm"}})")
             .object());
     m_window->showMiniBar();
-    toggle("v");
+    BarParts::click(BarParts::pushButton(BarParts::collapsed(*m_window), "v"));
     QCOMPARE(m_window->mode(), Mode::Expanded);
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
@@ -77,25 +76,6 @@ LabelButton* TestQuickEdit::button(const char* text) const
             return candidate;
     }
     return nullptr;
-}
-
-TouchNumKeyboard* TestQuickEdit::keyboard() const
-{
-    const auto keyboards = m_window->findChildren<TouchNumKeyboard*>();
-    for (TouchNumKeyboard* candidate : keyboards) {
-        if (candidate->isVisible())
-            return candidate;
-    }
-    return nullptr;
-}
-
-void TestQuickEdit::toggle(const char* text)
-{
-    const auto toggles = m_window->findChildren<QPushButton*>(QStringLiteral("miniBarToggleButton"));
-    for (QPushButton* candidate : toggles) {
-        if (candidate->text() == QLatin1String(text))
-            QTest::mouseClick(candidate, Qt::LeftButton);
-    }
 }
 
 // Types into the open keyboard; '\r' is Enter, '\x1b' Esc.
@@ -203,7 +183,7 @@ void TestQuickEdit::unitKeyEndsTheEntry()
 
 void TestQuickEdit::collapsedPageOpensItToo()
 {
-    toggle("^");
+    BarParts::click(BarParts::pushButton(BarParts::expanded(*m_window), "^"));
     QCOMPARE(m_window->mode(), Mode::Collapsed);
     QTest::mouseClick(button("Level"), Qt::LeftButton);
     type("1\r");

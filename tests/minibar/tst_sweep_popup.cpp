@@ -2,10 +2,9 @@
 #include "controls/SwitchButton.h"
 #include "minibar/BarPopupsTest.h"
 #include "minibar/StyleSheets.h"
+#include "support/TouchCounter.h"
 #include "sweep/RemoteSweepPanel.h"
 
-#include <QApplication>
-#include <QEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
@@ -199,35 +198,19 @@ void TestSweepPopup::rejectedFieldKeyboardSendsNothing()
 
 void TestSweepPopup::equalSnapshotTouchesNoWidget()
 {
-    class Counter : public QObject
-    {
-    public:
-        int count = 0;
-
-    protected:
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            const QEvent::Type type = event->type();
-            if (type == QEvent::Paint || type == QEvent::UpdateRequest || type == QEvent::LayoutRequest ||
-                type == QEvent::StyleChange || type == QEvent::DynamicPropertyChange)
-                ++count;
-            return false;
-        }
-    } counter;
-
     openSweep();
     QVERIFY(QTest::qWaitForWindowExposed(popup(sweepName)->window()));
-    qApp->installEventFilter(&counter);
+    TestSupport::TouchCounter counter;
     const auto isQuiet = [&counter] {
-        counter.count = 0;
+        counter.touches = 0;
         QCoreApplication::processEvents();
-        return counter.count == 0;
+        return counter.touches == 0;
     };
     QTRY_VERIFY(isQuiet()); // what opening the popup has left to do
     for (int i = 0; i < 5; ++i)
         window().applySnapshot(snapshot());
     QCoreApplication::processEvents();
-    QCOMPARE(counter.count, 0);
+    QCOMPARE(counter.touches, 0);
 }
 
 QTEST_MAIN(TestSweepPopup)

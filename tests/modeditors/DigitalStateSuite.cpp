@@ -2,7 +2,7 @@
 #include "controls/SwitchButton.h"
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
-#include "modeditors/TouchCounter.h"
+#include "support/TouchCounter.h"
 
 #include <QCheckBox>
 #include <QJsonArray>
@@ -280,7 +280,7 @@ void DigitalStateSuite::anEqualStateTouchesNothing()
     QFETCH(const QByteArray, profile);
     m_fixture->apply(parsed(state.constData()), parsed(profile.constData()), true);
     QCoreApplication::processEvents();
-    TouchCounter counter(m_fixture->editor());
+    TestSupport::TouchCounter counter(m_fixture->editor());
     m_fixture->apply(parsed(state.constData()), parsed(profile.constData()), true);
     QCoreApplication::processEvents();
     QCOMPARE(counter.touches, 0);

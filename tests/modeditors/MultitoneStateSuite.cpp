@@ -3,8 +3,8 @@
 #include "controls/SwitchButton.h"
 #include "modeditors/EditorFixture.h"
 #include "modeditors/EditorSuites.h"
-#include "modeditors/TouchCounter.h"
 #include "support/Ink.h"
+#include "support/TouchCounter.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
@@ -300,7 +300,7 @@ void MultitoneStateSuite::applyingEmitsNothing()
 void MultitoneStateSuite::anEqualStateTouchesNothing()
 {
     m_fixture->apply(parsed(fullState), parsed(fullProfile), true);
-    TouchCounter counter(m_fixture->editor());
+    TestSupport::TouchCounter counter(m_fixture->editor());
     QCoreApplication::processEvents();
     QTRY_VERIFY([&counter] {
         counter.touches = 0;

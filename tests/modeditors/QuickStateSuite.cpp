@@ -2,9 +2,8 @@
 #include "controls/SwitchButton.h"
 #include "modeditors/QuickFixture.h"
 #include "modeditors/QuickSuites.h"
-#include "modeditors/TouchCounter.h"
+#include "support/TouchCounter.h"
 
-#include <QEvent>
 #include <QJsonObject>
 #include <QLabel>
 #include <QPushButton>
@@ -266,7 +265,7 @@ void QuickStateSuite::equalStateTouchesNothing()
     QTRY_COMPARE(m_fixture->facts(QStringLiteral("b")), QStringLiteral("48k / 1s"));
     QCoreApplication::processEvents();
     const QStringList shown = m_fixture->editor.shown();
-    const TouchCounter counter(m_fixture->editor.editor());
+    const TestSupport::TouchCounter counter(m_fixture->editor.editor());
     apply(true);
     QCoreApplication::processEvents();
     QCOMPARE(counter.touches, 0);

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <QApplication>
 #include <QEvent>
 #include <QWidget>
 
-// Counts what a widget and all in it are told to do again.
+namespace TestSupport {
+
+// Counts what a widget and all in it, or every widget there is, are told to do again.
 class TouchCounter final : public QObject
 {
 public:
+    TouchCounter() { qApp->installEventFilter(this); }
     explicit TouchCounter(QWidget& root)
     {
         root.installEventFilter(this);
@@ -24,6 +28,7 @@ public:
         case QEvent::EnabledChange:
         case QEvent::ToolTipChange:
         case QEvent::Polish:
+        case QEvent::StyleChange:
         case QEvent::DynamicPropertyChange:
             ++touches;
             break;
@@ -35,3 +40,5 @@ public:
 
     int touches = 0;
 };
+
+} // namespace TestSupport

@@ -9,6 +9,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QStyleOptionButton>
 #include <QVariant>
 #include <algorithm>
@@ -51,6 +52,7 @@ InfoButton::InfoButton(QWidget* parent)
     m_textLabel = addLabel(QStringLiteral("textLabel"), Qt::AlignLeft | Qt::AlignVCenter);
     setLabelFont(m_textLabel, textSize, Controls::emphasis());
     connect(this, &InfoButton::toggled, this, &InfoButton::tellLabels);
+    connect(this, &InfoButton::released, this, [this] { setUpdatesEnabled(true); });
 }
 
 InfoButton::~InfoButton() = default;
@@ -253,6 +255,24 @@ void InfoButton::showEvent(QShowEvent* event)
 {
     QAbstractButton::showEvent(event);
     arrangeNow();
+}
+
+// The toolkit paints a button twice before it tells of a click. What the click asks for goes out first; the
+// pixels follow in the same turn of the event loop.
+void InfoButton::mousePressEvent(QMouseEvent* event)
+{
+    setUpdatesEnabled(false);
+    QAbstractButton::mousePressEvent(event);
+    setUpdatesEnabled(true);
+}
+
+void InfoButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    const QPointer<InfoButton> self(this);
+    setUpdatesEnabled(false); // until released(), after which slots may open windows that paint it
+    QAbstractButton::mouseReleaseEvent(event);
+    if (self)
+        setUpdatesEnabled(true);
 }
 
 void InfoButton::keyPressEvent(QKeyEvent* event)

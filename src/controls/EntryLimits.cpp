@@ -28,6 +28,7 @@ EntryLimits::EntryLimits(const BaseUnitAdapter& scale, const NumericEntry& entry
     : m_scale(scale)
     , m_minimum(number(entry.minimum))
     , m_maximum(number(entry.maximum))
+    , m_rounds(entry.integerOnly)
 {
     if (m_minimum && m_maximum && *m_minimum > *m_maximum) {
         qCWarning(log, "Ignoring the limits of \"%s\": the minimum %g is above the maximum %g",
@@ -38,7 +39,7 @@ EntryLimits::EntryLimits(const BaseUnitAdapter& scale, const NumericEntry& entry
     if (entry.decimals && *entry.decimals >= 0) {
         m_finestPower = unitAt(scale.units().size() - 1).exponent - *entry.decimals;
     }
-    if (entry.integerOnly) {
+    if (m_rounds) {
         m_finestPower = std::max(m_finestPower.value_or(0), 0);
     }
 }
@@ -69,19 +70,21 @@ QString EntryLimits::finenessRefusal(double value) const
 {
     const Utils::Decimal digits = Utils::shortestDecimal(value);
     const int lowestPower = digits.pointPosition - int(digits.digits.size());
-    if (!m_finestPower || digits.isZero() || lowestPower >= *m_finestPower) {
+    if (!m_finestPower || m_rounds || digits.isZero() || lowestPower >= *m_finestPower) {
         return QString();
-    }
-    if (*m_finestPower == 0 && m_scale.units().isEmpty()) {
-        return tr("Only whole numbers are taken.");
     }
     const Utils::Decimal finest = {QByteArrayLiteral("1"), *m_finestPower + 1};
     return tr("The finest step is %1.").arg(quantityText(Utils::plainText(finest).toDouble()));
 }
 
+double EntryLimits::taken(double value) const
+{
+    return m_rounds ? std::round(value) : value;
+}
+
 bool EntryLimits::takesFractions() const
 {
-    return !m_finestPower || unitAt(0).exponent > *m_finestPower;
+    return !m_finestPower || m_rounds || unitAt(0).exponent > *m_finestPower;
 }
 
 bool EntryLimits::takesNegatives() const

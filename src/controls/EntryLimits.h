@@ -23,6 +23,10 @@ public:
     [[nodiscard]] QString boundRefusal(double value) const;
     [[nodiscard]] QString finenessRefusal(double value) const;
 
+    // What becomes of a value that is taken: where whole numbers are asked for, the nearest one, halves away
+    // from zero.
+    [[nodiscard]] double taken(double value) const;
+
     // Whether a number with a decimal point, in any of the units, or one below zero can be taken at all.
     [[nodiscard]] bool takesFractions() const;
     [[nodiscard]] bool takesNegatives() const;
@@ -44,6 +48,7 @@ private:
     std::optional<double> m_minimum;
     std::optional<double> m_maximum;
     std::optional<int> m_finestPower; // of ten, in the base unit
+    bool m_rounds;
 };
 
 } // namespace Controls

@@ -328,7 +328,8 @@ void NumberEntry::stepBy(int direction)
     if (!m_given && refuse(m_limits.finenessRefusal(current.value))) {
         return;
     }
-    const double next = decimalSum(current.value, direction * *m_step);
+    const double next =
+        decimalSum(m_given ? current.value : m_limits.taken(current.value), direction * *m_step);
     if (!std::isfinite(next)) {
         refuse(tr("The next step is too large a number."));
         return;
@@ -353,10 +354,12 @@ NumberEntry::Accepted NumberEntry::finish(int unitIndex)
         }
         value = quantity.value;
     }
-    if ((!m_given && refuse(m_limits.finenessRefusal(value))) || refuse(m_limits.boundRefusal(value))) {
+    const double taken = m_given ? value : m_limits.taken(value);
+    if ((!m_given && refuse(m_limits.finenessRefusal(value))) || refuse(m_limits.boundRefusal(value)) ||
+        refuse(m_limits.boundRefusal(taken))) {
         return std::nullopt;
     }
-    return value == 0.0 ? 0.0 : value;
+    return taken == 0.0 ? 0.0 : taken;
 }
 
 // Forgets what stands until the next key only.

@@ -14,7 +14,7 @@ struct NumericEntry
     std::optional<double> minimum; // inclusive
     std::optional<double> maximum; // inclusive
     std::optional<int> decimals;   // of the value in the smallest unit; a finer entry is refused
-    bool integerOnly = false;      // whole numbers of the base unit
+    bool integerOnly = false;      // in the base unit: a fraction is rounded, halves away from zero
     QString unitText;              // the unit to open in; empty or unknown: the one that fits the magnitude
 };
 

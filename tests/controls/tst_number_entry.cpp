@@ -241,10 +241,19 @@ void NumberEntryTest::plainKeys_data()
     QTest::newRow("whole with a point") << "15.0<Enter>"
                                         << "15"
                                         << "";
-    QTest::newRow("fraction") << "15.5<Enter>" << nothing << "Only whole numbers are taken.";
+    QTest::newRow("half") << "15.5<Enter>"
+                          << "16"
+                          << "";
+    QTest::newRow("less than half") << "15.49<Enter>"
+                                    << "15"
+                                    << "";
+    QTest::newRow("beyond the maximum by a fraction") << "24.1<Enter>" << nothing << "The maximum is 24.";
+    QTest::newRow("below the minimum by a fraction") << "3.9<Enter>" << nothing << "The minimum is 4.";
     QTest::newRow("letter") << "15k" << nothing << "This value has no unit. Type the number alone.";
     QTest::newRow("too small") << "3<Enter>" << nothing << "The minimum is 4.";
-    QTest::newRow("pasted fraction") << "{15.5}<Enter>" << nothing << "Only whole numbers are taken.";
+    QTest::newRow("pasted fraction") << "{15.5}<Enter>"
+                                     << "16"
+                                     << "";
     QTest::newRow("arrow without step") << "<Up>" << nothing << "This value has no step.";
 }
 
@@ -269,21 +278,33 @@ void NumberEntryTest::wholeKeys_data()
     QTest::addColumn<QString>("keys");
     QTest::addColumn<QString>("accepted");
     QTest::addColumn<QString>("refusal");
-    const char* const finest = "The finest step is 1 Hz.";
     QTest::newRow("untouched") << "<Enter>"
                                << "12.5"
                                << "";
     QTest::newRow("stepped") << "<Up><Enter>"
                              << "13.5"
                              << "";
-    QTest::newRow("typed") << "1.5[Hz]" << nothing << finest;
-    QTest::newRow("typed and stepped") << ".5<Up>" << nothing << finest;
+    QTest::newRow("typed") << "1.5[Hz]"
+                           << "2"
+                           << "";
+    QTest::newRow("typed below zero") << "-2.5[Hz]"
+                                      << "-3"
+                                      << "";
+    QTest::newRow("typed and stepped") << ".5<Up><Enter>"
+                                       << "2"
+                                       << "";
     QTest::newRow("typed whole and stepped") << "5<Up><Enter>"
                                              << "6"
                                              << "";
-    QTest::newRow("pasted") << "{1.5 Hz}<Enter>" << nothing << finest;
-    QTest::newRow("pasted and stepped") << "{1.5 Hz}<Down>" << nothing << finest;
-    QTest::newRow("pasted and re-expressed") << "{1.5 Hz}[kHz]<Enter>" << nothing << finest;
+    QTest::newRow("pasted") << "{1.5 Hz}<Enter>"
+                            << "2"
+                            << "";
+    QTest::newRow("pasted and stepped") << "{1.5 Hz}<Down><Enter>"
+                                        << "1"
+                                        << "";
+    QTest::newRow("pasted and re-expressed") << "{1500.5 Hz}[kHz]<Enter>"
+                                             << "1501"
+                                             << "";
 }
 
 void NumberEntryTest::wholeKeys()

@@ -77,28 +77,30 @@ void TouchNumKeyboardTest::everyKeyWorks()
 void TouchNumKeyboardTest::keysThatLeadNowhereAreOff_data()
 {
     QTest::addColumn<QVector<Controls::Unit>>("units");
-    QTest::addColumn<bool>("whole");
+    QTest::addColumn<bool>("noDecimals");
     QTest::addColumn<double>("minimum");
     QTest::addColumn<bool>("point");
     QTest::addColumn<bool>("sign");
     const double any = qQNaN();
     QTest::newRow("any number") << Quantities::plain() << false << any << true << true;
     QTest::newRow("not negative") << Quantities::plain() << false << 0.0 << true << false;
-    QTest::newRow("whole") << Quantities::plain() << true << any << false << true;
-    QTest::newRow("count") << Quantities::plain() << true << 1.0 << false << false;
-    QTest::newRow("whole, one unit") << Quantities::level() << true << -30.0 << false << true;
-    QTest::newRow("whole, 1.5 kHz") << Quantities::frequency() << true << 0.0 << true << false;
+    QTest::newRow("no decimals") << Quantities::plain() << true << any << false << true;
+    QTest::newRow("no decimals, not below 1") << Quantities::plain() << true << 1.0 << false << false;
+    QTest::newRow("no decimals, one unit") << Quantities::level() << true << -30.0 << false << true;
+    QTest::newRow("no decimals of a hertz, 1.5 kHz")
+        << Quantities::frequency() << true << 0.0 << true << false;
 }
 
 // By the keys of the screen only: whatever is typed is judged as ever.
 void TouchNumKeyboardTest::keysThatLeadNowhereAreOff()
 {
     QFETCH(const QVector<Controls::Unit>, units);
-    QFETCH(const bool, whole);
+    QFETCH(const bool, noDecimals);
     QFETCH(const double, minimum);
     NumericEntry entry;
     entry.value = 12.0;
-    entry.integerOnly = whole;
+    if (noDecimals)
+        entry.decimals = 0;
     entry.minimum = minimum;
     Opened opened(entry, units);
     QTEST(opened.key(QStringLiteral("keyPoint"))->isEnabled(), "point");

@@ -29,14 +29,15 @@ EditorRow enable(const char* editor)
 
 } // namespace
 
-// Fifteen digits where the bounds and the finest step of the field leave room for them.
+// Fifteen digits where the bounds and the finest step of the field leave room for them; and, in two, what
+// rounds to a whole number.
 const QVector<EditorRow>& numericRows()
 {
     // clang-format off
     static const QVector<EditorRow> rows = {
         number("digital", "Symbol Rate", "123.456789012345g", "SymbolRate", "123456789012.345", "1MHz", "123.456789012345GHz"),
         number("digital", "Filter Alpha", "0.12", "FilterAlpha", "0.12", "0.35", "0.12"),
-        number("digital", "PN", "24", "PN", "24", "9", "24"),
+        number("digital", "PN", "7.6", "PN", "8", "9", "8"),
         number("digital", "Filter Length (symbols)", "2147483647", "FilterLength", "2147483647", "32", "2147483647"),
         number("digital", "Sequence Seed", "123456789012345", "SequenceSeed", "123456789012345", "1", "123456789012345"),
         number("digital", "FSK Deviation", "250.123457k", "FSKDeviation", "250123.457", "250kHz", "250.123457kHz"),
@@ -75,7 +76,7 @@ const QVector<EditorRow>& numericRows()
         number("streaming", "I/Q Scale(%)", "0.01", "IQScale", "0.01", "70", "0.01"),
         number("dsss", "Symbol Rate", "7.777777777M", "SymbolRate", "7777777.777", "1MHz", "7.777777777MHz"),
         number("dsss", "Filter Alpha", "0.99", "FilterAlpha", "0.99", "0.35", "0.99"),
-        number("dsss", "Code", "123456789012345", "Code", "123456789012345", "31", "123456789012345"),
+        number("dsss", "Code", "7.5", "Code", "8", "31", "8"),
         number("dsss", "Filter Length (symbols)", "64", "FilterLength", "64", "8", "64"),
         number("dsss", "Sequence Seed", "4294967295", "SequenceSeed", "4294967295", "1", "4294967295"),
         number("ofdm", "Symbol Count", "100000000000000", "SymbolCount", "100000000000000", "14", "100000000000000"),

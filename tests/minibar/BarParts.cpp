@@ -5,7 +5,6 @@
 
 #include <QJsonDocument>
 #include <QLayout>
-#include <QPushButton>
 #include <QTest>
 
 QJsonObject BarParts::json(const QByteArray& text)

@@ -2,10 +2,10 @@
 
 #include <QByteArray>
 #include <QJsonObject>
+#include <QPushButton>
 #include <QVector>
 
 class LabelButton;
-class QPushButton;
 class QWidget;
 
 namespace Controls {

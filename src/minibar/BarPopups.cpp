@@ -170,6 +170,8 @@ void BarPopups::setLocked(bool locked)
 
 void BarPopups::editSweepField(RemoteSweepPanel::NumericField field, QWidget* anchor)
 {
+    if (field == RemoteSweepPanel::NumericField::Invalid)
+        return;
     m_edit.open(
         anchor, sweepKeyboardConfig(*m_sweepEditor, field),
         [this, field](double value) { m_sweepEditor->applyNumericValue(field, value); },

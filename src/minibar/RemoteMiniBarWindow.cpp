@@ -56,7 +56,7 @@ RemoteMiniBarWindow::RemoteMiniBarWindow(QWidget* parent)
     m_pages = std::make_unique<BarPages>(m_stack, this);
     m_popups = std::make_unique<BarPopups>(this, BarPopups::Buttons{m_pages->sweepButton, m_pages->modButton},
                                            m_status, m_numericEdit,
-                                           [this] { return QRect(m_placedPosition, size()); });
+                                           [this] { return QRect(m_reportedPosition, size()); });
     connectButtons();
     // All have their names now, by which the style sheet selects them.
     const QList<QWidget*> descendants = findChildren<QWidget*>();

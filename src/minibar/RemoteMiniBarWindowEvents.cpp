@@ -34,7 +34,7 @@ void RemoteMiniBarWindow::leaveEvent(QEvent* event)
 void RemoteMiniBarWindow::moveEvent(QMoveEvent* event)
 {
     // Some window managers report a stale place between a show and the first paint.
-    if (event->spontaneous() && m_paintedSinceShow)
+    if (!event->spontaneous() || m_paintedSinceShow)
         m_reportedPosition = event->pos();
     QWidget::moveEvent(event);
 }
@@ -103,14 +103,15 @@ bool RemoteMiniBarWindow::handlePress(const QWidget* target, const QMouseEvent* 
     const QPoint position = event->globalPos();
     if (target == this || isAncestorOf(target)) {
         // Where the pointer stands on the screen and in the window tells the window's place for certain.
-        m_reportedPosition = position - target->mapTo(this, event->pos());
+        if (event->spontaneous())
+            m_reportedPosition = position - target->mapTo(this, event->pos());
         if (event->button() == Qt::LeftButton)
             m_drag.press(position, m_reportedPosition);
         return false;
     }
     if (m_mode == MiniBarMode::Expanded && !m_popups->isAnyOpen() && !m_popups->owns(target) &&
         !m_popups->isMenu(target) && !m_numericEdit.owns(target) &&
-        !QRect(m_placedPosition, size()).contains(position))
+        !QRect(m_reportedPosition, size()).contains(position))
         setMode(MiniBarMode::Collapsed);
     return false;
 }

@@ -21,6 +21,7 @@ class TestSweepPopup : public BarPopupsTest
 private slots:
     void sweepPopupIsBuilt();
     void sweepPopupPlace();
+    void popupStandsAtAMovedBar();
     void popupFollowsItsButton();
     void sweepButtonTogglesThePopup();
     void sweepButtonWithoutSweepOpensNothing();
@@ -75,6 +76,25 @@ void TestSweepPopup::sweepPopupPlace()
 }
 
 // The bar may have been pressed before it had its size.
+// As a window manager moves it, and as a program does.
+void TestSweepPopup::popupStandsAtAMovedBar()
+{
+    const auto rightEdges = [this] {
+        const QDialog* const dialog = popup(sweepName);
+        return qMakePair(dialog->mapToGlobal(dialog->rect().topRight()).x(), window().geometry().right());
+    };
+    const QPoint place = window().pos();
+    window().windowHandle()->setPosition(place - QPoint(60, 0));
+    QTRY_COMPARE(window().pos(), place - QPoint(60, 0));
+    openSweep();
+    QTRY_COMPARE(rightEdges().first, rightEdges().second);
+    button("Sweep")->click();
+    QTRY_VERIFY(!isShown(sweepName));
+    window().move(place - QPoint(90, 0));
+    openSweep();
+    QTRY_COMPARE(rightEdges().first, rightEdges().second);
+}
+
 void TestSweepPopup::popupFollowsItsButton()
 {
     const LabelButton* const sweep = button("Sweep");

@@ -59,9 +59,9 @@ protected:
     {
         const QString file = editorState().value(fileNameKey()).toString();
         const bool hasFile = !file.isEmpty();
-        form().btnFileName->setLabelText(hasFile ? file : tr("N/A"));
         if (form().btnFileName->toolTip() != file)
-            form().btnFileName->setToolTip(file);
+            form().btnFileName->setToolTip(file); // before the text, whose own tool tip it replaces
+        form().btnFileName->setLabelText(hasFile ? file : tr("N/A"));
         form().btnSampleRate->setEnabled(hasFile);
         form().btnAutoScale->setEnabled(hasFile && !isAutoScaleLocked());
         form().btnIQScale->setEnabled(hasFile && !isSwitchOn(autoScaleKey()));

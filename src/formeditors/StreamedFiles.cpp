@@ -28,7 +28,8 @@ bool StreamedFiles::update(const QStringList& paths)
     bool differs = paths != this->paths();
     for (const QString& path : paths) {
         const QFileInfo info(path);
-        File file{path, info.isFile() ? info.size() : -1, info.lastModified(), std::nullopt};
+        File file{path, info.isFile() ? info.size() : -1, info.fileTime(QFileDevice::FileMetadataChangeTime),
+                  std::nullopt};
         const File* const before = known.value(path);
         if (before && before->size == file.size && before->changed == file.changed) {
             file.facts = before->facts;

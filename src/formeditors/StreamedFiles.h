@@ -23,8 +23,8 @@ public:
     struct File
     {
         QString path;
-        qint64 size; // -1: there is none
-        QDateTime changed;
+        qint64 size;       // -1: there is none
+        QDateTime changed; // its bytes or its rights
         std::optional<StreamedFacts> facts;
     };
 

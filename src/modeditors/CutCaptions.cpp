@@ -34,7 +34,9 @@ private:
         const QHeaderView* const header = m_table->horizontalHeader();
         const QStringList tips = {caption->text(), header->toolTip()};
         const bool isCut = header->sectionSizeHint(column) > width;
-        caption->setToolTip(isCut ? tips.join(QLatin1Char('\n')).trimmed() : QString());
+        // An empty text of its own would hide the header's.
+        caption->setData(Qt::ToolTipRole,
+                         isCut ? QVariant(tips.join(QLatin1Char('\n')).trimmed()) : QVariant());
     }
 
     QTableWidget* m_table;

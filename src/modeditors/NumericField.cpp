@@ -52,7 +52,8 @@ NumericFieldSpec NumericField::spec(const QJsonObject& state, const QJsonObject&
 {
     NumericFieldSpec spec;
     const bool isInteger = kind == Kind::Integer || kind == Kind::NearestInteger;
-    spec.describe(key, editor.tr(title, nullptr), value(state), step, decimals, isInteger);
+    const double given = kind == Kind::NearestInteger ? state.value(key).toDouble(fallback) : value(state);
+    spec.describe(key, editor.tr(title, nullptr), given, step, decimals, isInteger);
     if (kind == Kind::Frequency) {
         spec.unitType = Adapters::FrequencyUnitAdapter::adapterType();
     }

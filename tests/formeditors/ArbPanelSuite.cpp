@@ -2,6 +2,7 @@
 #include "formeditors/FormFixture.h"
 #include "formeditors/SampleCounts.h"
 
+#include <algorithm>
 #include <limits>
 
 // The editor that plays one file.
@@ -77,6 +78,14 @@ void ArbPanelSuite::longPathIsShortenedInTheMiddle()
         }
     }
     QVERIFY(cut);
+    QCOMPARE(fixture.value("btnFileName")->toolTip(), path);
+    fixture.editor->applyEditorState({}, {}, false);
+    QCOMPARE(fixture.value("btnFileName")->toolTip(), QString());
+    fixture.editor->applyEditorState({{QStringLiteral("FileName"), path}}, {}, false);
+    QCOMPARE(fixture.value("btnFileName")->toolTip(), path);
+    fixture.editor->resize(6000, fixture.editor->height()); // where it is not cut
+    QTRY_VERIFY(
+        std::none_of(labels.cbegin(), labels.cend(), [](const auto* label) { return label->isCut(); }));
     QCOMPARE(fixture.value("btnFileName")->toolTip(), path);
 }
 

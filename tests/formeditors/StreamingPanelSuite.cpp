@@ -4,9 +4,11 @@
 #include "support/Ink.h"
 #include "utils/WavBytes.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -37,6 +39,7 @@ private slots:
     void emptyListOffersNothing();
     void rowsAreRefilledOnlyWhenSomethingDiffers();
     void changedFileIsReadAgain();
+    void changeThatKeepsSizeAndTimeIsSeen();
     void thousandMissingFilesDoNotStall();
     void remove_data();
     void remove();
@@ -273,6 +276,24 @@ void StreamingPanelSuite::changedFileIsReadAgain()
     wav(QStringLiteral("changing.wav"), 30);
     fixture.apply(state({path}));
     QCOMPARE(fixture.shown("btnTotalSamples"), QStringLiteral("30"));
+}
+
+void StreamingPanelSuite::changeThatKeepsSizeAndTimeIsSeen()
+{
+    const QString path = wav(QStringLiteral("rewritten.wav"), 10);
+    const FormFixture fixture("streaming");
+    fixture.apply(state({path}));
+    QCOMPARE(fixture.shown("btnTotalSamples"), QStringLiteral("10"));
+    const QDateTime modified = QFileInfo(path).lastModified();
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    constexpr int channels = 22; // where the header tells their number
+    QVERIFY(file.seek(channels));
+    QCOMPARE(file.write("\1", 1), 1);
+    QVERIFY(file.setFileTime(modified, QFileDevice::FileModificationTime));
+    file.close();
+    fixture.apply(state({path}));
+    QCOMPARE(fixture.shown("btnTotalSamples"), QStringLiteral("20"));
 }
 
 void StreamingPanelSuite::thousandMissingFilesDoNotStall()

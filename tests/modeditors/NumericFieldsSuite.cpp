@@ -71,6 +71,8 @@ private slots:
     void cleanup() { m_fixture.reset(); }
     void isDescribed_data() { rows(); }
     void isDescribed();
+    void valueIsTheStates_data() { rows(); }
+    void valueIsTheStates();
     void profileGivesTheMaximum_data() { rows(); }
     void profileGivesTheMaximum();
     void conditionIsKept_data() { rows(); }
@@ -127,6 +129,18 @@ void NumericFieldsSuite::isDescribed()
     QCOMPARE(spec.minimum, field->minimum);
     QCOMPARE(spec.hasMaximum, field->maximum != none);
     QCOMPARE(spec.maximum, field->maximum != none ? field->maximum : 0);
+}
+
+// The button rounds, the keyboard starts from what there is.
+void NumericFieldsSuite::valueIsTheStates()
+{
+    QFETCH(const ExpectedField*, field);
+    m_fixture = std::make_unique<EditorFixture>(QLatin1String(field->kind));
+    m_fixture->apply({{QLatin1String(field->key), 2.5}}, profileFor(*field));
+    NumericFieldSpec spec;
+    QVERIFY(m_fixture->editor().describeNumericField(QLatin1String(field->key), spec));
+    const bool isInteger = QByteArrayList{"PN", "FilterLength", "Count"}.contains(field->key);
+    QCOMPARE(spec.value, isInteger ? 0 : 2.5);
 }
 
 void NumericFieldsSuite::profileGivesTheMaximum()

@@ -10,10 +10,12 @@
 
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 
 using Controls::ThemeManager;
 
@@ -86,6 +88,7 @@ private slots:
     void items();
     void table();
     void header();
+    void headerTipIsShown();
     void styleSheets_data();
     void styleSheets();
     void iconsFollowTheTheme_data();
@@ -177,6 +180,17 @@ void QuickFormSuite::header()
     QCOMPARE(header->sectionResizeMode(0), QHeaderView::Stretch);
     QCOMPARE(header->sectionResizeMode(1), QHeaderView::Fixed);
     QCOMPARE(header->sectionSize(1), 250);
+}
+
+void QuickFormSuite::headerTipIsShown()
+{
+    QuickFixture fixture;
+    const QWidget* const header = fixture.table().horizontalHeader()->viewport();
+    const QPoint position(20, 20);
+    QHelpEvent pointerRests(QEvent::ToolTip, position, header->mapToGlobal(position));
+    QCoreApplication::sendEvent(const_cast<QWidget*>(header), &pointerRests);
+    QCOMPARE(QToolTip::text(), QStringLiteral("Double-click to locate the loaded waveform."));
+    QToolTip::hideText();
 }
 
 void QuickFormSuite::styleSheets_data()

@@ -271,8 +271,9 @@ void InfoButton::mouseReleaseEvent(QMouseEvent* event)
     const QPointer<InfoButton> self(this);
     setUpdatesEnabled(false); // until released(), after which slots may open windows that paint it
     QAbstractButton::mouseReleaseEvent(event);
-    if (self)
+    if (self) {
         setUpdatesEnabled(true);
+    }
 }
 
 void InfoButton::keyPressEvent(QKeyEvent* event)

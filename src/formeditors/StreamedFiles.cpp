@@ -5,6 +5,12 @@
 #include <QFileInfo>
 #include <QHash>
 
+namespace {
+
+constexpr qint64 coarsestClock = 2000; // ms between two times that a file can have
+
+} // namespace
+
 std::optional<StreamedFacts> probeStreamedFile(const QString& path)
 {
     Utils::IqsWavInfo recording;
@@ -23,24 +29,23 @@ bool StreamedFiles::update(const QStringList& paths)
     for (const File& file : qAsConst(m_files))
         known.insert(file.path, &file);
 
+    const QDateTime now = QDateTime::currentDateTime();
     QVector<File> files;
     files.reserve(paths.size());
     bool differs = paths != this->paths();
     for (const QString& path : paths) {
         const QFileInfo info(path);
-        File file{path, info.isFile() ? info.size() : -1, info.fileTime(QFileDevice::FileMetadataChangeTime),
-                  std::nullopt};
+        const QDateTime changed = info.fileTime(QFileDevice::FileMetadataChangeTime);
+        const bool settled = !changed.isValid() || changed.msecsTo(now) > coarsestClock;
+        File file{path, info.isFile() ? info.size() : -1, changed, settled, std::nullopt};
         const File* const before = known.value(path);
-        if (before && before->size == file.size && before->changed == file.changed) {
-            file.facts = before->facts;
-        } else {
-            file.facts = probeStreamedFile(path);
-            differs = true;
-        }
+        const bool isKnown =
+            before && before->settled && before->size == file.size && before->changed == file.changed;
+        file.facts = isKnown ? before->facts : probeStreamedFile(path);
+        differs = differs || !before || !(file.facts == before->facts);
         files.append(file);
     }
-    if (differs)
-        m_files = files;
+    m_files = files;
     return differs;
 }
 

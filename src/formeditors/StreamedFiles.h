@@ -10,6 +10,11 @@ struct StreamedFacts
 {
     quint64 samples = 0;
     quint32 rate = 0; // Hz; may be 0
+
+    friend bool operator==(const StreamedFacts& a, const StreamedFacts& b)
+    {
+        return a.samples == b.samples && a.rate == b.rate;
+    }
 };
 
 // Nothing when the file cannot be read or is no WAV file.
@@ -25,6 +30,7 @@ public:
         QString path;
         qint64 size;       // -1: there is none
         QDateTime changed; // its bytes or its rights
+        bool settled;      // a change after this look gives it another time
         std::optional<StreamedFacts> facts;
     };
 

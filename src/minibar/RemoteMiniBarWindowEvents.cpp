@@ -102,7 +102,8 @@ bool RemoteMiniBarWindow::handlePress(const QWidget* target, const QMouseEvent* 
         return true;
     const QPoint position = event->globalPos();
     if (target == this || isAncestorOf(target)) {
-        // Where the pointer stands on the screen and in the window tells the window's place for certain.
+        // Where the pointer stands on the screen and in the window tells the window's place for certain. An
+        // event that the program has made itself may say anything.
         if (event->spontaneous())
             m_reportedPosition = position - target->mapTo(this, event->pos());
         if (event->button() == Qt::LeftButton)

@@ -17,9 +17,10 @@ function(tarvinel_precompile folder)
     get_target_property(type ${target} TYPE)
     if(type MATCHES "^(EXECUTABLE|STATIC_LIBRARY)$")
       target_precompile_headers(${target} REUSE_FROM toolkit_headers)
-      # Nearly always empty, and then quicker without.
-      set_source_files_properties(${binaries}/${target}_autogen/mocs_compilation.cpp DIRECTORY ${folder}
-        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+      if(type STREQUAL "EXECUTABLE") # nearly always empty there, and then quicker without
+        set_source_files_properties(${binaries}/${target}_autogen/mocs_compilation.cpp DIRECTORY ${folder}
+          PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+      endif()
     endif()
   endforeach()
   get_property(below DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)

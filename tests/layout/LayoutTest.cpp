@@ -105,9 +105,13 @@ void LayoutTest::screens_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<bool>("light");
+    // Geometry is the same in both themes, as themesDifferInColoursAlone holds in the longest texts; every
+    // language is walked in both at the scale between, where most pixels are rounded.
+    const bool isBetween = m_scale == QByteArray("1.5");
     for (const QString& language : Installation::languages()) {
-        for (const bool light : {true, false})
-            QTest::addRow("%s, %s", qPrintable(language), light ? "light" : "dark") << language << light;
+        QTest::addRow("%s, light", qPrintable(language)) << language << true;
+        if (isBetween)
+            QTest::addRow("%s, dark", qPrintable(language)) << language << false;
     }
 }
 

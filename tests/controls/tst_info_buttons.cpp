@@ -350,8 +350,7 @@ void InfoButtonsTest::clickIsToldBeforeItIsPainted()
     int paintsDuringClick = -1;
     connect(panel.button, &QAbstractButton::clicked, this, [&] {
         paintsWhenTold = paints.count();
-        QTest::mouseMove(&panel.window, QPoint(300, 150)); // what a window does that the click opens
-        QCoreApplication::processEvents();
+        QCoreApplication::processEvents(); // as a window does that the click opens
         paintsDuringClick = paints.count();
     });
     QTest::mousePress(panel.button, Qt::LeftButton);

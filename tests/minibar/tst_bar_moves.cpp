@@ -37,6 +37,8 @@ private slots:
     void dragBelowStartDistanceClicks();
     void deactivationCollapses();
     void pressOutsideCollapses();
+    void pressWhereAMovedBarWasCollapses();
+    void madeUpPressTellsNoPlace();
 };
 
 void TestBarMoves::startsHidden()
@@ -268,6 +270,44 @@ void TestBarMoves::pressOutsideCollapses()
     QTest::mousePress(&other, Qt::RightButton);
     QCOMPARE(window.mode(), Mode::Collapsed);
     QTest::mouseRelease(&other, Qt::RightButton);
+}
+
+void TestBarMoves::pressWhereAMovedBarWasCollapses()
+{
+    QWidget other;
+    other.show();
+    RemoteMiniBarWindow window;
+    window.setAnchorTopRight(QPoint(400, 40));
+    window.showMiniBar();
+    click(pushButton(collapsed(window), "v"));
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const QPoint place = window.pos();
+    const QPoint left = window.geometry().center() - QPoint(window.width() / 2 - 5, 0);
+    window.windowHandle()->setPosition(place + QPoint(60, 0)); // as a window manager does
+    QTRY_COMPARE(window.pos(), place + QPoint(60, 0));
+    const auto pressAt = [&other](QPoint global) {
+        QMouseEvent press(QEvent::MouseButtonPress, QPoint(1, 1), QPoint(1, 1), global, Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&other, &press);
+    };
+    pressAt(window.geometry().center() + QPoint(window.width() / 2 - 5, 0));
+    QCOMPARE(window.mode(), Mode::Expanded);
+    pressAt(left);
+    QCOMPARE(window.mode(), Mode::Collapsed);
+}
+
+void TestBarMoves::madeUpPressTellsNoPlace()
+{
+    RemoteMiniBarWindow window;
+    window.setAnchorTopRight(QPoint(400, 40));
+    window.showMiniBar();
+    const QPoint place = window.pos();
+    QMouseEvent press(QEvent::MouseButtonPress, QPoint(2, 2), QPoint(2, 2), QPoint(200, 300), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &press);
+    window.hideMiniBar();
+    window.showMiniBar();
+    QCOMPARE(window.pos(), place);
 }
 
 QTEST_MAIN(TestBarMoves)

@@ -29,6 +29,7 @@ private slots:
     void sweepFieldKeyboard_data();
     void sweepFieldKeyboard();
     void rejectedFieldKeyboardSendsNothing();
+    void fieldThatIsNoneOpensNoKeyboard();
     void equalSnapshotTouchesNoWidget();
 };
 
@@ -75,7 +76,6 @@ void TestSweepPopup::sweepPopupPlace()
     QCOMPARE(rect.top(), 40 + sweep->mapTo(&window(), QPoint(0, 0)).y() + sweep->height() + 6);
 }
 
-// The bar may have been pressed before it had its size.
 // As a window manager moves it, and as a program does.
 void TestSweepPopup::popupStandsAtAMovedBar()
 {
@@ -95,6 +95,7 @@ void TestSweepPopup::popupStandsAtAMovedBar()
     QTRY_COMPARE(rightEdges().first, rightEdges().second);
 }
 
+// The bar may have been pressed before it had its size.
 void TestSweepPopup::popupFollowsItsButton()
 {
     const LabelButton* const sweep = button("Sweep");
@@ -214,6 +215,17 @@ void TestSweepPopup::rejectedFieldKeyboardSendsNothing()
     QVERIFY(!field->isChecked());
     QVERIFY(isShown(sweepName));
     QCOMPARE(sweepRequests().count(), 0);
+}
+
+void TestSweepPopup::fieldThatIsNoneOpensNoKeyboard()
+{
+    openSweep();
+    auto* const panel = popup(sweepName)->findChild<RemoteSweepPanel*>();
+    QVERIFY(panel);
+    emit panel->numericEditRequested(RemoteSweepPanel::NumericField::Invalid, panel);
+    QVERIFY(!keyboard());
+    emit panel->numericEditRequested(RemoteSweepPanel::NumericField::Dwell, panel);
+    QVERIFY(keyboard());
 }
 
 void TestSweepPopup::equalSnapshotTouchesNoWidget()

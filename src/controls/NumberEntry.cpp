@@ -328,8 +328,8 @@ void NumberEntry::stepBy(int direction)
     if (!m_given && refuse(m_limits.finenessRefusal(current.value))) {
         return;
     }
-    const double next =
-        decimalSum(m_given ? current.value : m_limits.taken(current.value), direction * *m_step);
+    const double start = m_given ? current.value : m_limits.taken(current.value);
+    const double next = decimalSum(start, direction * *m_step);
     if (!std::isfinite(next)) {
         refuse(tr("The next step is too large a number."));
         return;
@@ -354,12 +354,16 @@ NumberEntry::Accepted NumberEntry::finish(int unitIndex)
         }
         value = quantity.value;
     }
-    const double taken = m_given ? value : m_limits.taken(value);
-    if ((!m_given && refuse(m_limits.finenessRefusal(value))) || refuse(m_limits.boundRefusal(value)) ||
-        refuse(m_limits.boundRefusal(taken))) {
+    if (!m_given) { // what was given goes back as it came
+        if (refuse(m_limits.finenessRefusal(value)) || refuse(m_limits.boundRefusal(value))) {
+            return std::nullopt;
+        }
+        value = m_limits.taken(value);
+    }
+    if (refuse(m_limits.boundRefusal(value))) {
         return std::nullopt;
     }
-    return taken == 0.0 ? 0.0 : taken;
+    return value == 0.0 ? 0.0 : value;
 }
 
 // Forgets what stands until the next key only.

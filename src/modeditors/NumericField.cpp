@@ -22,16 +22,7 @@ double nearestInteger(double value)
 double NumericField::value(const QJsonObject& state) const
 {
     const QJsonValue stored = state.value(key);
-    switch (kind) {
-    case Kind::Integer:
-        return stored.toInt();
-    case Kind::NearestInteger:
-        return nearestInteger(stored.toDouble(fallback));
-    case Kind::Frequency:
-    case Kind::Number:
-        break;
-    }
-    return stored.toDouble(fallback);
+    return kind == Kind::Integer ? stored.toInt() : stored.toDouble(fallback);
 }
 
 QString NumericField::text(const QJsonObject& state) const
@@ -39,7 +30,9 @@ QString NumericField::text(const QJsonObject& state) const
     if (kind == Kind::Frequency) {
         return Utils::normalizeFrequency(value(state), true, false);
     }
-    return Utils::toString(value(state), decimals, true) + suffix;
+    const double number = value(state);
+    return Utils::toString(kind == Kind::NearestInteger ? nearestInteger(number) : number, decimals, true) +
+           suffix;
 }
 
 bool NumericField::isEditable(const QJsonObject& profile) const
@@ -52,8 +45,7 @@ NumericFieldSpec NumericField::spec(const QJsonObject& state, const QJsonObject&
 {
     NumericFieldSpec spec;
     const bool isInteger = kind == Kind::Integer || kind == Kind::NearestInteger;
-    const double given = kind == Kind::NearestInteger ? state.value(key).toDouble(fallback) : value(state);
-    spec.describe(key, editor.tr(title, nullptr), given, step, decimals, isInteger);
+    spec.describe(key, editor.tr(title, nullptr), value(state), step, decimals, isInteger);
     if (kind == Kind::Frequency) {
         spec.unitType = Adapters::FrequencyUnitAdapter::adapterType();
     }

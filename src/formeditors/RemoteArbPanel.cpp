@@ -59,8 +59,9 @@ protected:
     {
         const QString file = editorState().value(fileNameKey()).toString();
         const bool hasFile = !file.isEmpty();
+        // Before the text: a button that has a tool tip makes none of a text that is cut.
         if (form().btnFileName->toolTip() != file)
-            form().btnFileName->setToolTip(file); // before the text, whose own tool tip it replaces
+            form().btnFileName->setToolTip(file);
         form().btnFileName->setLabelText(hasFile ? file : tr("N/A"));
         form().btnSampleRate->setEnabled(hasFile);
         form().btnAutoScale->setEnabled(hasFile && !isAutoScaleLocked());

@@ -21,7 +21,7 @@ struct StreamedFacts
 [[nodiscard]] std::optional<StreamedFacts> probeStreamedFile(const QString& path);
 
 // The files of a streaming list. Asked for the same list again it looks only at the sizes and times of the
-// files, and into those that have changed.
+// files, and into those that have changed or whose time is so fresh that it would not tell.
 class StreamedFiles final
 {
 public:

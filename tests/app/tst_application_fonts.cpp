@@ -9,9 +9,12 @@
 #include <QFontDatabase>
 #include <QTest>
 
+#include <fontconfig/fontconfig.h>
 #include <sys/stat.h>
 
 namespace {
+
+constexpr char systemFont[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 QString fontsPath()
 {
@@ -27,7 +30,7 @@ QString inFonts(const char* name)
 // encodings in which a font names itself, to a name of the same length.
 QByteArray fontNamed(const QByteArray& family)
 {
-    QFile file(QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"));
+    QFile file{QLatin1String(systemFont)};
     QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     const QByteArray old = "DejaVu Sans";
     const auto wide = [](const QByteArray& text) {
@@ -51,6 +54,20 @@ bool has(const char* family)
     return QFontDatabase().families().contains(QString::fromLatin1(family));
 }
 
+// As at the start of a process: nobody has asked for a font, none is added.
+void forgetFonts()
+{
+    QVERIFY(QFontDatabase::addApplicationFont(QLatin1String(systemFont)) >= 0);
+    QVERIFY(QFontDatabase::removeAllApplicationFonts()); // and with one the database
+    FcConfigAppFontClear(nullptr);
+}
+
+// Read by the toolkit, not by way of fontconfig's cache.
+bool readOneByOne()
+{
+    return !QFontDatabase::applicationFontFamilies(0).isEmpty();
+}
+
 } // namespace
 
 class TestApplicationFonts final : public QObject
@@ -62,6 +79,10 @@ private slots:
     void cleanup();
     void loaded_data();
     void loaded();
+    void cached();
+    void notCached_data();
+    void notCached();
+    void rejectedByTheUser();
     void besideOthers();
     void noFolder();
     void fileInTheFoldersPlace();
@@ -76,38 +97,99 @@ void TestApplicationFonts::init()
     QVERIFY(QDir(fontsPath()).removeRecursively());
     QFile::remove(fontsPath());
     QVERIFY(!fontNamed("TestFontAAA").isEmpty());
-    QVERIFY(!has("TestFontAAA"));
+    forgetFonts();
 }
 
 void TestApplicationFonts::cleanup()
 {
-    QFontDatabase::removeAllApplicationFonts();
+    forgetFonts();
     QVERIFY(!has("TestFontAAA"));
 }
 
 void TestApplicationFonts::loaded_data()
 {
     QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("asked"); // for fonts, before ours are loaded; a platform's plug-in may do so
     QTest::addColumn<bool>("expected");
-    QTest::newRow("in the folder") << inFonts("a.ttf") << true;
-    QTest::newRow("in a folder below") << inFonts("Roboto/a.ttf") << true;
-    QTest::newRow("far below") << inFonts("1/2/3/4/5/6/7/8/9/a.ttf") << true;
-    QTest::newRow("in capitals") << inFonts("A.TTF") << true;
-    QTest::newRow("beyond ASCII") << inFonts("Schriften \xc3\xa4/\xe5\xad\x97\xe4\xbd\x93.ttf") << true;
-    QTest::newRow("in a folder that is called a font") << inFonts("b.ttf/a.ttf") << true;
-    QTest::newRow("another extension") << inFonts("a.otf") << false;
-    QTest::newRow("no extension") << inFonts("ttf") << false;
-    QTest::newRow("an extension behind it") << inFonts("a.ttf.bak") << false;
-    QTest::newRow("beside the folder") << fontsPath() + QStringLiteral("2/a.ttf") << false;
+    const struct
+    {
+        const char* name;
+        QString path;
+        bool expected;
+    } rows[] = {
+        {"in the folder", inFonts("a.ttf"), true},
+        {"in a folder below", inFonts("Roboto/a.ttf"), true},
+        {"far below", inFonts("1/2/3/4/5/6/7/8/9/a.ttf"), true},
+        {"in capitals", inFonts("A.TTF"), true},
+        {"beyond ASCII", inFonts("Schriften \xc3\xa4/\xe5\xad\x97\xe4\xbd\x93.ttf"), true},
+        {"in a folder that is called a font", inFonts("b.ttf/a.ttf"), true},
+        {"another extension", inFonts("a.otf"), false},
+        {"no extension", inFonts("ttf"), false},
+        {"an extension behind it", inFonts("a.ttf.bak"), false},
+        {"beside the folder", fontsPath() + QStringLiteral("2/a.ttf"), false},
+    };
+    for (const auto& row : rows) {
+        QTest::newRow(row.name) << row.path << false << row.expected;
+        QTest::addRow("%s, asked before", row.name) << row.path << true << row.expected;
+    }
 }
 
 void TestApplicationFonts::loaded()
 {
     QFETCH(QString, path);
+    QFETCH(bool, asked);
     QFETCH(bool, expected);
     QVERIFY(write(path, fontNamed("TestFontAAA")));
+    if (asked)
+        QVERIFY(!has("TestFontAAA"));
     loadApplicationFonts();
     QCOMPARE(has("TestFontAAA"), expected);
+    QCOMPARE(readOneByOne(), asked && expected);
+}
+
+// Fonts are taken from fontconfig's cache where that gives the same fonts.
+void TestApplicationFonts::cached()
+{
+    QVERIFY(write(inFonts("a.ttf"), fontNamed("TestFontAAA")));
+    QVERIFY(write(inFonts("inner/b.ttf"), fontNamed("TestFontBBB")));
+    loadApplicationFonts();
+    QVERIFY(has("TestFontAAA") && has("TestFontBBB"));
+    QVERIFY(!readOneByOne());
+}
+
+void TestApplicationFonts::notCached_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("a font of another kind beside") << inFonts("b.otf") << fontNamed("TestFontBBB");
+    QTest::newRow("the same below") << inFonts("inner/b.otf") << fontNamed("TestFontBBB");
+    QTest::newRow("a broken font") << inFonts("b.ttf") << QByteArray("no font at all");
+}
+
+void TestApplicationFonts::notCached()
+{
+    QFETCH(QString, path);
+    QFETCH(QByteArray, bytes);
+    QVERIFY(write(inFonts("a.ttf"), fontNamed("TestFontAAA")));
+    QVERIFY(write(path, bytes));
+    loadApplicationFonts();
+    QVERIFY(has("TestFontAAA"));
+    QVERIFY(!has("TestFontBBB"));
+    QVERIFY(readOneByOne());
+}
+
+// A font that the user's configuration keeps from all programs is ours all the same.
+void TestApplicationFonts::rejectedByTheUser()
+{
+    const char rule[] =
+        "<fontconfig><selectfont><rejectfont><pattern><patelt name='family'>"
+        "<string>TestFontRRR</string></patelt></pattern></rejectfont></selectfont></fontconfig>";
+    QVERIFY(
+        FcConfigParseAndLoadFromMemory(FcConfigGetCurrent(), reinterpret_cast<const FcChar8*>(rule), FcTrue));
+    QVERIFY(write(inFonts("a.ttf"), fontNamed("TestFontAAA")));
+    QVERIFY(write(inFonts("r.ttf"), fontNamed("TestFontRRR")));
+    loadApplicationFonts();
+    QVERIFY(has("TestFontAAA") && has("TestFontRRR"));
 }
 
 // Neither what is broken nor what is nested keeps the others from being loaded.

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QPair>
+#include <QRegularExpression>
 #include <QTextCodec>
 
 #include <memory>
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int leadingColumns = 2;  // context and source
 constexpr int longestText = 32767; // characters that a workbook's cell can hold
+constexpr int longestName = 31;    // and a sheet's name
 
 QString atLine(int line, const QString& problem)
 {
@@ -80,6 +82,13 @@ QString readLine(const QByteArray& line, QStringList& cells)
     return {};
 }
 
+// Whether a workbook can have a sheet of this name.
+bool canNameSheet(const QString& name)
+{
+    static const QRegularExpression forbidden(QStringLiteral("[\\[\\]:*?/\\\\]|^'|'$"));
+    return name.size() <= longestName && !name.contains(forbidden);
+}
+
 QString checkHeadings(const QStringList& headings)
 {
     if (headings.size() <= leadingColumns || headings[0] != QLatin1String("Context") ||
@@ -88,8 +97,10 @@ QString checkHeadings(const QStringList& headings)
     for (int i = 0; i < headings.size(); ++i) {
         if (headings[i].isEmpty() || headings[i] != headings[i].trimmed())
             return QStringLiteral("heading %1 is empty or has blanks around it").arg(i + 1);
-        if (headings.indexOf(headings[i]) != i)
+        if (QStringList(headings.mid(0, i)).contains(headings[i], Qt::CaseInsensitive))
             return QStringLiteral("the heading \"%1\" stands there twice").arg(headings[i]);
+        if (!canNameSheet(headings[i]))
+            return QStringLiteral("the heading \"%1\" cannot be the name of a sheet").arg(headings[i]);
     }
     return {};
 }

@@ -1,6 +1,6 @@
 #include "utils/TranslationTable.h"
 
-#include "utils/workbook/FirstSheet.h"
+#include "utils/workbook/ReadSheet.h"
 
 namespace Utils {
 namespace {
@@ -84,9 +84,9 @@ TranslationTable::Outcome TranslationTable::read(QIODevice& device, const QStrin
 {
     m_texts.clear();
     LanguageColumn column(language, m_texts);
-    problem = Workbook::readFirstSheet(device, column);
+    problem = Workbook::readSheet(device, language, column);
     if (problem.isEmpty() && !column.hasHeadings())
-        problem = QStringLiteral("its first sheet is empty");
+        problem = QStringLiteral("its sheet is empty");
     if (!problem.isEmpty()) {
         m_texts.clear();
         return Outcome::Refused;

@@ -8,8 +8,9 @@ class QIODevice;
 
 namespace Utils {
 
-// The texts of one language, by context and source text, from a translation table: a workbook whose first
-// sheet has a row of headings "Context", "Source" and one name of a language each, and a row for each text.
+// The texts of one language, by context and source text, from a translation table: a workbook with a sheet of
+// the language's name, or else the language in its first sheet. The sheet has a row of headings "Context",
+// "Source" and one name of a language each, and a row for each text.
 //
 // The headings may stand in any column and any order, the first row that is not empty is theirs; upper and
 // lower case are one there, and so are blanks around a heading. Of several rows for one text the first

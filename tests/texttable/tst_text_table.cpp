@@ -128,6 +128,14 @@ void TestTextTable::refused_data()
          "line 1: heading 3 is empty or has blanks around it");
     test("a language twice", "Context\tSource\tGerman\tGerman\n",
          "line 1: the heading \"German\" stands there twice");
+    test("a language twice, in other letters", "Context\tSource\tGerman\tGERMAN\n",
+         "line 1: the heading \"GERMAN\" stands there twice");
+    for (const char* name : {"a language of more than 31 letters", "German/Swiss", "German [Swiss]", "What?",
+                             "*", "a:b", "a\\\\b", "'German", "German'"})
+        test(name, QByteArray("Context\tSource\t") + name + "\n",
+             qPrintable(
+                 QStringLiteral("line 1: the heading \"%1\" cannot be the name of a sheet")
+                     .arg(QString::fromUtf8(name).replace(QLatin1String("\\\\"), QLatin1String("\\")))));
     test("a byte order mark", "\xef\xbb\xbf" + headings, "line 1: it has the character U+feff in it");
     row("too few cells", "P\ts\te\n", "line 3: it has 3 cells, the headings are 4");
     row("too many cells", "P\ts\te\tg\t\n", "line 3: it has 5 cells, the headings are 4");

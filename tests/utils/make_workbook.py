@@ -86,7 +86,18 @@ def hidden():
     return book
 
 
-MANNERS = [plain, write_only, other_sheets, columns_moved, formatted, hidden]
+def sheet_each():
+    """A sheet for each language; the one that stands first has nothing for the others."""
+    book = openpyxl.Workbook()
+    book.remove(book.active)
+    for column, language in enumerate(ROWS[0][2:], 2):
+        sheet = book.create_sheet(language.upper())
+        for row in ROWS:
+            sheet.append([row[0], row[1], row[column]])
+    return book
+
+
+MANNERS = [plain, write_only, other_sheets, columns_moved, formatted, hidden, sheet_each]
 
 if __name__ == "__main__":
     manner = {function.__name__: function for function in MANNERS}[sys.argv[1]]

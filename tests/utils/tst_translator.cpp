@@ -93,7 +93,8 @@ void TestTranslator::writtenByOthers_data()
         "escapesUnderscores"); // else a literal _x0041_ is read as the A that it stands for
     for (const char* manner : {"ours", "libreoffice"})
         QTest::newRow(manner) << QString::fromLatin1(manner) << true;
-    for (const char* manner : {"plain", "write_only", "other_sheets", "columns_moved", "formatted", "hidden"})
+    for (const char* manner :
+         {"plain", "write_only", "other_sheets", "columns_moved", "formatted", "hidden", "sheet_each"})
         QTest::newRow(manner) << QString::fromLatin1(manner) << false;
 }
 

@@ -65,28 +65,40 @@ private:
 
 const XmlStep workbookSteps[] = {{0, "workbook", 1}, {1, "sheets", 2}, {2, "sheet", 3}};
 
-// The relationships of the workbook's sheets, in the sheets' order.
+struct NamedSheet
+{
+    QString name;
+    QString id; // of its relationship
+
+    [[nodiscard]] bool isCalled(const QString& other) const
+    {
+        return name.trimmed().compare(other.trimmed(), Qt::CaseInsensitive) == 0;
+    }
+};
+
+// The workbook's sheets in their order.
 class SheetsReader final : public XmlReader
 {
 public:
     SheetsReader()
         : XmlReader(workbookSteps)
     {}
-    [[nodiscard]] const QStringList& ids() const { return m_ids; }
+    [[nodiscard]] const QVector<NamedSheet>& sheets() const { return m_sheets; }
 
 private:
     void begin(int place, const XmlAttributes& attributes) override
     {
         if (place != 3)
             return;
-        if (m_ids.size() == Limits::relationships)
+        if (m_sheets.size() == Limits::relationships)
             return refuse(QStringLiteral("it has more than %1 sheets").arg(Limits::relationships));
-        m_ids.append(QString::fromUtf8(attributes.value("id")));
+        m_sheets.append(
+            {QString::fromUtf8(attributes.value("name")), QString::fromUtf8(attributes.value("id"))});
     }
     void text(int, const char*, int) override {}
     void end(int) override {}
 
-    QStringList m_ids;
+    QVector<NamedSheet> m_sheets;
 };
 
 // The relationships of a part lie beside it in a folder of their own; those of the whole archive belong to
@@ -112,18 +124,27 @@ QString targetOf(const QVector<Relationship>& relationships, QLatin1String what)
     return found != relationships.end() ? found->target : QString();
 }
 
-QString firstSheet(const QStringList& ids, const QVector<Relationship>& relationships)
+// The target of the sheet of this name, or else of the first; only those with cells count.
+QString chosenSheet(const QVector<NamedSheet>& sheets, const QString& name,
+                    const QVector<Relationship>& relationships)
 {
-    for (const QString& id : ids)
-        for (const Relationship& relationship : relationships)
-            if (relationship.id == id && relationship.leadsTo(QLatin1String("worksheet")))
+    QString first;
+    for (const NamedSheet& sheet : sheets) {
+        for (const Relationship& relationship : relationships) {
+            if (relationship.id != sheet.id || !relationship.leadsTo(QLatin1String("worksheet")))
+                continue;
+            if (sheet.isCalled(name))
                 return relationship.target;
-    return {};
+            if (first.isEmpty())
+                first = relationship.target;
+        }
+    }
+    return first;
 }
 
 } // namespace
 
-QString findParts(const ZipAccess& archive, Parts& parts)
+QString findParts(const ZipAccess& archive, const QString& sheetName, Parts& parts)
 {
     QVector<Relationship> relationships;
     QString problem = readRelationships(archive, QString(), relationships);
@@ -132,15 +153,15 @@ QString findParts(const ZipAccess& archive, Parts& parts)
     const QString workbook = targetOf(relationships, QLatin1String("officeDocument"));
     if (workbook.isEmpty())
         return QStringLiteral("there is no document in it");
-    SheetsReader sheets;
-    problem = readPart(archive, workbook, sheets);
+    SheetsReader reader;
+    problem = readPart(archive, workbook, reader);
     if (problem.isEmpty())
         problem = readRelationships(archive, workbook, relationships);
     if (!problem.isEmpty())
         return problem;
-    parts.firstSheet = firstSheet(sheets.ids(), relationships);
+    parts.sheet = chosenSheet(reader.sheets(), sheetName, relationships);
     parts.sharedStrings = targetOf(relationships, QLatin1String("sharedStrings"));
-    return parts.firstSheet.isEmpty() ? QStringLiteral("there is no sheet in it") : QString();
+    return parts.sheet.isEmpty() ? QStringLiteral("there is no sheet in it") : QString();
 }
 
 } // namespace Workbook

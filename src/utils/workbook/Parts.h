@@ -6,15 +6,15 @@ namespace Workbook {
 
 class ZipAccess;
 
-// Where the files lie in the archive that make up the first sheet.
+// Where the files lie in the archive that make up one sheet.
 struct Parts
 {
-    QString firstSheet;
+    QString sheet;
     QString sharedStrings; // empty if the workbook has none
 };
 
-// Follows the archive's relationships to the workbook, and the workbook's to the first of its sheets that has
-// cells. What is wrong with them; empty if nothing is.
-[[nodiscard]] QString findParts(const ZipAccess& archive, Parts& parts);
+// Follows the archive's relationships to the workbook, and the workbook's to the sheet of this name, or else
+// to the first that has cells. What is wrong with them; empty if nothing is.
+[[nodiscard]] QString findParts(const ZipAccess& archive, const QString& sheetName, Parts& parts);
 
 } // namespace Workbook

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "utils/workbook/FirstSheet.h"
+#include "utils/workbook/ReadSheet.h"
 #include "utils/workbook/XmlReader.h"
 
 #include <QByteArray>

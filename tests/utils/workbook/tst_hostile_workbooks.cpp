@@ -182,7 +182,7 @@ void TestHostileWorkbooks::refused_data()
     });
     documents("texts that are missing", "there is no \"xl/sharedStrings.xml\"",
               [](Documents& changed) { changed.sharedStrings.clear(); });
-    documents("a workbook that is its own sheet", "first sheet is empty", [](Documents& changed) {
+    documents("a workbook that is its own sheet", "its sheet is empty", [](Documents& changed) {
         changed.workbookRelationships.replace("worksheets/sheet1.xml", "workbook.xml");
     });
     documents("thousands of relationships", "more than 4096 relationships", [](Documents& changed) {
@@ -195,7 +195,7 @@ void TestHostileWorkbooks::refused_data()
               [](Documents& changed) { changed.sheet.replace("UTF-8", "EBCDIC-37"); });
 
     test("no headings", workbook(textRow("a", "b", "c")), "no headings");
-    test("an empty sheet", workbook(QByteArray()), "first sheet is empty");
+    test("an empty sheet", workbook(QByteArray()), "its sheet is empty");
     rows("a text that is not there", "<row>" + sharedCell("A2", 0) + "</row>",
          "refers to a text that is not there");
     for (const char* index :

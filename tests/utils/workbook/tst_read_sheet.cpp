@@ -1,6 +1,6 @@
 // Workbooks as different programs write them, and as the format allows: what is read of them.
 
-#include "utils/workbook/FirstSheet.h"
+#include "utils/workbook/ReadSheet.h"
 #include "utils/workbook/WorkbookBytes.h"
 
 #include <QBuffer>
@@ -33,7 +33,7 @@ QString read(const QByteArray& bytes, Collector& collector)
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    return Workbook::readFirstSheet(buffer, collector);
+    return Workbook::readSheet(buffer, QStringLiteral("Texts"), collector);
 }
 
 QByteArray row(const QByteArray& cells)
@@ -63,7 +63,7 @@ const char* const theText = "T\xc3\xa4xt";
 
 } // namespace
 
-class TestFirstSheet final : public QObject
+class TestReadSheet final : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ private slots:
     void takerEndsTheReading();
 };
 
-void TestFirstSheet::cells_data()
+void TestReadSheet::cells_data()
 {
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<QVector<QStringList>>("expected");
@@ -137,7 +137,7 @@ void TestFirstSheet::cells_data()
          {{a}});
 }
 
-void TestFirstSheet::cells()
+void TestReadSheet::cells()
 {
     QFETCH(QByteArray, rows);
     QFETCH(Rows, expected);
@@ -146,7 +146,7 @@ void TestFirstSheet::cells()
     QCOMPARE(collector.rows, expected);
 }
 
-void TestFirstSheet::sharedTexts_data()
+void TestReadSheet::sharedTexts_data()
 {
     QTest::addColumn<QByteArray>("items");
     QTest::addColumn<QStringList>("expected");
@@ -165,7 +165,7 @@ void TestFirstSheet::sharedTexts_data()
                              << QStringList{QStringLiteral("A"), QStringLiteral("_x0041_")};
 }
 
-void TestFirstSheet::sharedTexts()
+void TestReadSheet::sharedTexts()
 {
     QFETCH(QByteArray, items);
     QFETCH(QStringList, expected);
@@ -177,7 +177,7 @@ void TestFirstSheet::sharedTexts()
     QCOMPARE(collector.rows, (Rows{{expected[1], expected[0], QStringLiteral("end")}}));
 }
 
-void TestFirstSheet::archives_data()
+void TestReadSheet::archives_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     Documents documents;
@@ -210,7 +210,7 @@ void TestFirstSheet::archives_data()
     QTest::newRow("beside many others") << archive(many);
 }
 
-void TestFirstSheet::archives()
+void TestReadSheet::archives()
 {
     QFETCH(QByteArray, bytes);
     Collector collector;
@@ -218,7 +218,7 @@ void TestFirstSheet::archives()
     QCOMPARE(collector.rows, oneCell(theText));
 }
 
-void TestFirstSheet::packages_data()
+void TestReadSheet::packages_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     const auto test = [](const char* name, const std::function<void(Documents&)>& change) {
@@ -268,6 +268,29 @@ void TestFirstSheet::packages_data()
         documents.workbookRelationships = relationshipsXml(
             {"rId3 chartsheet chartsheets/sheet1.xml", "rId1 worksheet worksheets/sheet1.xml"});
     });
+    const auto second = [&](Documents& documents, const QByteArray& name) {
+        sheets(documents,
+               "<sheet name=\"a\" sheetId=\"1\" r:id=\"rId3\"/><sheet name=\"" + name +
+                   "\" sheetId=\"2\" r:id=\"rId1\"/><sheet name=\"b\" sheetId=\"3\" r:id=\"rId4\"/>");
+        documents.workbookRelationships =
+            relationshipsXml({"rId3 worksheet worksheets/missing.xml", "rId1 worksheet worksheets/sheet1.xml",
+                              "rId4 worksheet worksheets/missing.xml"});
+    };
+    test("of the name", [&](Documents& documents) { second(documents, "Texts"); });
+    test("of the name in other letters", [&](Documents& documents) { second(documents, "tEXTS"); });
+    test("of the name with blanks around it", [&](Documents& documents) { second(documents, " Texts "); });
+    test("a picture of the name does not count", [&](Documents& documents) {
+        sheets(documents, "<sheet name=\"Texts\" sheetId=\"1\" r:id=\"rId3\"/>"
+                          "<sheet name=\"t\" sheetId=\"2\" r:id=\"rId1\"/>");
+        documents.workbookRelationships = relationshipsXml(
+            {"rId3 chartsheet chartsheets/sheet1.xml", "rId1 worksheet worksheets/sheet1.xml"});
+    });
+    test("two of the name, the first counts", [&](Documents& documents) {
+        sheets(documents, "<sheet name=\"Texts\" sheetId=\"1\" r:id=\"rId1\"/>"
+                          "<sheet name=\"Texts\" sheetId=\"2\" r:id=\"rId3\"/>");
+        documents.workbookRelationships = relationshipsXml(
+            {"rId3 worksheet worksheets/missing.xml", "rId1 worksheet worksheets/sheet1.xml"});
+    });
     test("hidden", [&](Documents& documents) {
         sheets(documents, "<sheet name=\"t\" sheetId=\"2\" state=\"hidden\" r:id=\"rId1\"/>");
     });
@@ -291,12 +314,12 @@ void TestFirstSheet::packages_data()
     });
 }
 
-void TestFirstSheet::packages()
+void TestReadSheet::packages()
 {
     archives();
 }
 
-void TestFirstSheet::unwantedColumns()
+void TestReadSheet::unwantedColumns()
 {
     Collector collector;
     collector.unwanted = 1;
@@ -307,7 +330,7 @@ void TestFirstSheet::unwantedColumns()
     QCOMPARE(collector.rows, (Rows{{QStringLiteral("a"), QString(), QStringLiteral("c")}}));
 }
 
-void TestFirstSheet::takerEndsTheReading()
+void TestReadSheet::takerEndsTheReading()
 {
     Collector collector;
     collector.enough = 2;
@@ -316,6 +339,6 @@ void TestFirstSheet::takerEndsTheReading()
     QCOMPARE(collector.rows.size(), 2);
 }
 
-QTEST_GUILESS_MAIN(TestFirstSheet)
+QTEST_GUILESS_MAIN(TestReadSheet)
 
-#include "tst_first_sheet.moc"
+#include "tst_read_sheet.moc"

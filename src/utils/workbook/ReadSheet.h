@@ -23,10 +23,11 @@ public:
     [[nodiscard]] virtual QString takeRow(const Row& row) = 0;
 };
 
-// Reads the first sheet of an XLSX workbook (ISO/IEC 29500): first in the workbook's own order, hidden or
-// not. What is wrong with it, in words that follow its name: "it is no ZIP archive"; empty if nothing is.
-// Rows may have been taken before something wrong is found. The device is open for reading and can be
-// positioned. Whatever it holds, the cost is bounded: Limits.h.
-[[nodiscard]] QString readFirstSheet(QIODevice& device, RowTaker& taker);
+// Reads one sheet of an XLSX workbook (ISO/IEC 29500): the one of this name, without regard to letter case
+// and to blanks around it, or else the first in the workbook's own order; hidden or not. What is wrong with
+// it, in words that follow its name: "it is no ZIP archive"; empty if nothing is. Rows may have been taken
+// before something wrong is found. The device is open for reading and can be positioned. Whatever it holds,
+// the cost is bounded: Limits.h.
+[[nodiscard]] QString readSheet(QIODevice& device, const QString& name, RowTaker& taker);
 
 } // namespace Workbook

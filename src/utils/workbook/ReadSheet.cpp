@@ -1,4 +1,4 @@
-#include "utils/workbook/FirstSheet.h"
+#include "utils/workbook/ReadSheet.h"
 
 #include "utils/workbook/Parts.h"
 #include "utils/workbook/SharedStrings.h"
@@ -7,20 +7,20 @@
 
 namespace Workbook {
 
-QString readFirstSheet(QIODevice& device, RowTaker& taker)
+QString readSheet(QIODevice& device, const QString& name, RowTaker& taker)
 {
     const ZipAccess archive(device);
     QString problem = archive.problem();
     Parts parts;
     if (problem.isEmpty())
-        problem = findParts(archive, parts);
+        problem = findParts(archive, name, parts);
     SharedStrings strings;
     if (problem.isEmpty() && !parts.sharedStrings.isEmpty())
         problem = readPart(archive, parts.sharedStrings, strings);
     if (!problem.isEmpty())
         return problem;
     Sheet sheet(strings, taker);
-    return readPart(archive, parts.firstSheet, sheet);
+    return readPart(archive, parts.sheet, sheet);
 }
 
 } // namespace Workbook

@@ -7,17 +7,16 @@
 //   again     it has been open before
 
 #include "controls/LabelButton.h"
+#include "kit/ExpandedBar.h"
 #include "kit/PaintWatch.h"
 #include "kit/Report.h"
 #include "kit/TypicalSnapshot.h"
-#include "minibar/RemoteMiniBarWindow.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QJsonArray>
 #include <QMenu>
-#include <QPushButton>
 #include <algorithm>
 #include <memory>
 
@@ -29,79 +28,41 @@ constexpr double alarmFirst = 80; // times the empty dialog
 constexpr double alarmAgain = 20;
 constexpr double leastFloor = 1; // ms of processor time: below that, noise counts for more
 
-// An expanded bar that knows the typical state.
-class Bar final
-{
-public:
-    explicit Bar(const QJsonObject& snapshot)
-    {
-        m_window.applySnapshot(snapshot);
-        m_window.showMiniBar();
-        const auto toggles = m_window.findChildren<QPushButton*>(QStringLiteral("miniBarToggleButton"));
-        for (QPushButton* toggle : toggles) {
-            if (toggle->isVisible())
-                toggle->click();
-        }
-        QCoreApplication::processEvents();
-    }
-
-    [[nodiscard]] LabelButton* button(QLatin1String name) const
-    {
-        const auto buttons = m_window.findChildren<LabelButton*>(QStringLiteral("miniBarInfoButton"));
-        const auto found =
-            std::find_if(buttons.cbegin(), buttons.cend(), [name](const LabelButton* candidate) {
-                return candidate->isVisible() &&
-                       (candidate->text() == name || candidate->labelText() == name);
-            });
-        return found == buttons.cend() ? nullptr : *found;
-    }
-    [[nodiscard]] QMenu* menu() const { return child<QMenu>("miniBarModMenu"); }
-    [[nodiscard]] QDialog* sweepPopup() const { return child<QDialog>("miniBarHelperSweepPopup"); }
-    [[nodiscard]] QDialog* modPopup() const { return child<QDialog>("miniBarHelperModPopup"); }
-    [[nodiscard]] static QWidget* keyboard() { return QApplication::activeModalWidget(); }
-
-private:
-    template <typename Widget>
-    [[nodiscard]] Widget* child(const char* name) const
-    {
-        return m_window.findChild<Widget*>(QLatin1String(name));
-    }
-
-    RemoteMiniBarWindow m_window;
-};
-
 // One thing that can be opened.
 struct Thing
 {
     std::string name;
-    std::function<void(const Bar&)> open;
-    std::function<void(const Bar&)> close;
-    std::function<QWidget*(const Bar&)> shown;
-    std::function<void(const Bar&)> openAnother = {};
+    std::function<void(const ExpandedBar&)> open;
+    std::function<void(const ExpandedBar&)> close;
+    std::function<QWidget*(const ExpandedBar&)> shown;
+    std::function<void(const ExpandedBar&)> openAnother = {};
     Samples first = {}, another = {}, again = {}, emptyFirst = {}, emptyAgain = {}; // ms by the clock
     Samples firstCpu = {}, againCpu = {}, emptyCpu = {};                            // ms of processor time
 };
 
-Thing clicked(const char* name, QLatin1String button, std::function<QWidget*(const Bar&)> shown)
+Thing clicked(const char* name, QLatin1String button, std::function<QWidget*(const ExpandedBar&)> shown)
 {
-    return {name, [button](const Bar& bar) { bar.button(button)->click(); },
-            [shown](const Bar& bar) { shown(bar)->close(); }, shown};
+    return {name, [button](const ExpandedBar& bar) { bar.button(button)->click(); },
+            [shown](const ExpandedBar& bar) { shown(bar)->close(); }, shown};
 }
 
 Thing editor(const QString& name, int line, int count)
 {
-    const auto trigger = [](const Bar& bar, int item) { bar.menu()->actions().at(item)->trigger(); };
-    return {name.toStdString(), [=](const Bar& bar) { trigger(bar, line); },
-            [](const Bar& bar) { bar.modPopup()->close(); }, [](const Bar& bar) { return bar.modPopup(); },
-            [=](const Bar& bar) { trigger(bar, (line + 1) % count); }};
+    const auto trigger = [](const ExpandedBar& bar, int item) { bar.menu()->actions().at(item)->trigger(); };
+    return {name.toStdString(), [=](const ExpandedBar& bar) { trigger(bar, line); },
+            [](const ExpandedBar& bar) { bar.modPopup()->close(); },
+            [](const ExpandedBar& bar) { return bar.modPopup(); },
+            [=](const ExpandedBar& bar) { trigger(bar, (line + 1) % count); }};
 }
 
 std::vector<Thing> allThings(const QJsonObject& snapshot)
 {
     std::vector<Thing> things = {
-        clicked("sweep popup", QLatin1String("Sweep"), [](const Bar& bar) { return bar.sweepPopup(); }),
-        clicked("modulation menu", QLatin1String("MOD"), [](const Bar& bar) { return bar.menu(); }),
-        clicked("numeric keyboard", QLatin1String("Frequency"), [](const Bar&) { return Bar::keyboard(); }),
+        clicked("sweep popup", QLatin1String("Sweep"),
+                [](const ExpandedBar& bar) { return bar.sweepPopup(); }),
+        clicked("modulation menu", QLatin1String("MOD"), [](const ExpandedBar& bar) { return bar.menu(); }),
+        clicked("numeric keyboard", QLatin1String("Frequency"),
+                [](const ExpandedBar&) { return QApplication::activeModalWidget(); }),
     };
     const QJsonArray items =
         snapshot.value(QLatin1String("mod")).toObject().value(QLatin1String("businesses")).toArray();
@@ -119,7 +80,7 @@ void turn()
 
 void timeOnce(PaintWatch& watch, const QJsonObject& snapshot, Thing& thing, int again)
 {
-    const Bar bar(snapshot);
+    const ExpandedBar bar(snapshot);
     const auto open = [&] { thing.open(bar); };
     const auto shown = [&] { return thing.shown(bar); };
     thing.first.add(watch.timeOf(open, shown));

@@ -19,7 +19,7 @@ constexpr int usualHeight = 60;
 } // namespace
 
 CommandButton::CommandButton(QWidget* parent)
-    : QPushButton(parent)
+    : TellThenPaint(parent)
 {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     QFont textFont = font();

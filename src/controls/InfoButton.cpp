@@ -9,7 +9,6 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QStyleOptionButton>
 #include <QVariant>
 #include <algorithm>
@@ -43,7 +42,7 @@ void paintPlain(QPainter& painter, const QStyleOptionButton& option)
 } // namespace
 
 InfoButton::InfoButton(QWidget* parent)
-    : QAbstractButton(parent)
+    : TellThenPaint(parent)
 {
     Controls::InfoButtonAccessible::install();
     setAttribute(Qt::WA_Hover);
@@ -52,7 +51,6 @@ InfoButton::InfoButton(QWidget* parent)
     m_textLabel = addLabel(QStringLiteral("textLabel"), Qt::AlignLeft | Qt::AlignVCenter);
     setLabelFont(m_textLabel, textSize, Controls::emphasis());
     connect(this, &InfoButton::toggled, this, &InfoButton::tellLabels);
-    connect(this, &InfoButton::released, this, [this] { setUpdatesEnabled(true); });
 }
 
 InfoButton::~InfoButton() = default;
@@ -257,25 +255,6 @@ void InfoButton::showEvent(QShowEvent* event)
     arrangeNow();
 }
 
-// The toolkit paints a button twice before it tells of a click. What the click asks for goes out first; the
-// pixels follow in the same turn of the event loop.
-void InfoButton::mousePressEvent(QMouseEvent* event)
-{
-    setUpdatesEnabled(false);
-    QAbstractButton::mousePressEvent(event);
-    setUpdatesEnabled(true);
-}
-
-void InfoButton::mouseReleaseEvent(QMouseEvent* event)
-{
-    const QPointer<InfoButton> self(this);
-    setUpdatesEnabled(false); // until released(), after which slots may open windows that paint it
-    QAbstractButton::mouseReleaseEvent(event);
-    if (self) {
-        setUpdatesEnabled(true);
-    }
-}
-
 void InfoButton::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -283,7 +262,7 @@ void InfoButton::keyPressEvent(QKeyEvent* event)
         click();
         return;
     }
-    QAbstractButton::keyPressEvent(event);
+    TellThenPaint::keyPressEvent(event);
 }
 
 void InfoButton::focusInEvent(QFocusEvent* event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/TellThenPaint.h"
+
 #include <QAbstractButton>
 #include <QColor>
 #include <QFont>
@@ -15,7 +17,7 @@ class ElidedLabel;
 // labels carry the checked state as their property "parentChecked", for style sheets. A read-only button
 // shows its texts in a frame and follows neither pointer nor keys.
 // In the global namespace because style sheets select it by name.
-class InfoButton : public QAbstractButton
+class InfoButton : public Controls::TellThenPaint<QAbstractButton>
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
@@ -65,8 +67,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 

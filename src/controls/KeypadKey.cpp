@@ -13,7 +13,7 @@ constexpr int inset = 4;
 } // namespace
 
 KeypadKey::KeypadKey(const QString& label, int fontSize, QWidget* parent)
-    : QPushButton(label, parent)
+    : TellThenPaint(label, parent)
     , m_label(label)
     , m_fontSize(fontSize)
 {
@@ -24,7 +24,7 @@ KeypadKey::KeypadKey(const QString& label, int fontSize, QWidget* parent)
 void KeypadKey::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Space) {
-        QPushButton::keyPressEvent(event);
+        TellThenPaint::keyPressEvent(event);
     } else {
         event->ignore();
     }
@@ -33,7 +33,7 @@ void KeypadKey::keyPressEvent(QKeyEvent* event)
 void KeypadKey::keyReleaseEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Space) {
-        QPushButton::keyReleaseEvent(event);
+        TellThenPaint::keyReleaseEvent(event);
     } else {
         event->ignore();
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/TellThenPaint.h"
+
 #include <QPushButton>
 
 namespace Controls {
@@ -7,7 +9,7 @@ namespace Controls {
 // One key of the numeric keyboard. It is reached with Tab, pressed with the space bar, and leaves all other
 // keys to the keyboard; a click does not take the focus from the value line. A label that does not fit gets
 // smaller and at last is elided, with the whole label as tool tip.
-class KeypadKey final : public QPushButton
+class KeypadKey final : public TellThenPaint<QPushButton>
 {
     Q_OBJECT
 

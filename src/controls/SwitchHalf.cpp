@@ -32,7 +32,7 @@ QColor themed(ThemeManager::Role role)
 } // namespace
 
 SwitchHalf::SwitchHalf(bool on, QWidget* parent)
-    : QPushButton(parent)
+    : TellThenPaint(parent)
     , m_on(on)
 {
     setCheckable(true);

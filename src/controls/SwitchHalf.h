@@ -1,12 +1,14 @@
 #pragma once
 
+#include "controls/TellThenPaint.h"
+
 #include <QPushButton>
 
 namespace Controls {
 
 // One half of a SwitchButton. The active half carries a check mark beside its word, so that colour is not
 // the only sign. The word, or the mark and the word together, stand in the middle.
-class SwitchHalf final : public QPushButton
+class SwitchHalf final : public TellThenPaint<QPushButton>
 {
     Q_OBJECT
 

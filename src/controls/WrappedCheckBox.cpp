@@ -18,7 +18,7 @@ constexpr int captionSize = 14; // pixels
 } // namespace
 
 WrappedCheckBox::WrappedCheckBox(QWidget* parent)
-    : QCheckBox(parent)
+    : TellThenPaint(parent)
 {
     QSizePolicy policy = sizePolicy();
     policy.setHorizontalPolicy(QSizePolicy::Preferred);

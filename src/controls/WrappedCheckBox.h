@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/TellThenPaint.h"
+
 #include <QCheckBox>
 
 namespace Controls {
@@ -7,7 +9,7 @@ namespace Controls {
 // A check box whose caption is broken into lines when it is wider than the box, and elided when it does not
 // fit in its height; then the whole caption is shown as tool tip, unless the box has a tool tip of its own. A
 // tap anywhere in the box toggles it.
-class WrappedCheckBox final : public QCheckBox
+class WrappedCheckBox final : public TellThenPaint<QCheckBox>
 {
     Q_OBJECT
 

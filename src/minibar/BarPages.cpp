@@ -1,6 +1,7 @@
 #include "minibar/BarPages.h"
 
 #include "controls/LabelButton.h"
+#include "controls/TellThenPaint.h"
 #include "minibar/BarStatus.h"
 #include "minibar/Repolish.h"
 
@@ -60,7 +61,7 @@ LabelButton* addInfoButton(QWidget* page, const QString& text, const QString& in
 QPushButton* addPushButton(QWidget* page, const QString& text, const QString& accessibleName,
                            QLatin1String objectName)
 {
-    auto* button = new QPushButton(text, page);
+    auto* button = new Controls::TellThenPaint<QPushButton>(text, page);
     button->setObjectName(objectName);
     button->setAccessibleName(accessibleName);
     button->setFlat(true);

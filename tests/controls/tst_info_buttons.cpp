@@ -105,8 +105,6 @@ private slots:
     void keysPress_data();
     void keysPress();
     void clickOnLabelPresses();
-    void clickIsToldBeforeItIsPainted();
-    void clickThatDeletesTheButton();
     void focusMarkIsSeen();
     void accessibility();
     void ampersandIsText();
@@ -338,41 +336,6 @@ void InfoButtonsTest::clickOnLabelPresses()
     QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {},
                       panel.button->mapTo(&panel.window, onValue));
     QCOMPARE(clicks.count(), 1);
-}
-
-void InfoButtonsTest::clickIsToldBeforeItIsPainted()
-{
-    Panel panel;
-    panel.show();
-    QCoreApplication::processEvents();
-    const EventCounter paints(panel.button, {QEvent::Paint});
-    int paintsWhenTold = -1;
-    int paintsDuringClick = -1;
-    connect(panel.button, &QAbstractButton::clicked, this, [&] {
-        paintsWhenTold = paints.count();
-        QCoreApplication::processEvents(); // as a window does that the click opens
-        paintsDuringClick = paints.count();
-    });
-    QTest::mousePress(panel.button, Qt::LeftButton);
-    QCOMPARE(paints.count(), 0);
-    QTRY_COMPARE(paints.count(), 1); // held down
-    QVERIFY(panel.button->isDown());
-    QTest::mouseRelease(panel.button, Qt::LeftButton);
-    QCOMPARE(paintsWhenTold, 1);
-    QVERIFY(paintsDuringClick > paintsWhenTold);
-    QTest::mousePress(panel.button, Qt::LeftButton);
-    QTest::mouseRelease(panel.button, Qt::LeftButton, {}, QPoint(-20, -20)); // no click
-    const int before = paints.count();
-    QTRY_VERIFY(paints.count() > before);
-}
-
-void InfoButtonsTest::clickThatDeletesTheButton()
-{
-    Panel panel;
-    panel.show();
-    connect(panel.button, &QAbstractButton::clicked, this, [&panel] { delete panel.button; });
-    QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, QPoint(80, 30));
-    QVERIFY(panel.window.children().isEmpty());
 }
 
 void InfoButtonsTest::focusMarkIsSeen()

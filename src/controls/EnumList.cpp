@@ -279,7 +279,8 @@ void EnumList::pan(const QPoint& position)
 // Nothing may follow: a slot may have deleted the list.
 void EnumList::pick(const QModelIndex& index)
 {
-    if (m_items->isItemEnabled(index.row())) {
+    if (!m_hasPicked && m_items->isItemEnabled(index.row())) {
+        m_hasPicked = true;
         emit picked(index.row());
     }
 }

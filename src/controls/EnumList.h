@@ -34,6 +34,7 @@ public:
     [[nodiscard]] bool marksCursorAt(const QModelIndex& index) const;
 
 signals:
+    // Once; then the list has done its work and waits to be closed.
     void picked(int row);
 
 protected:
@@ -65,6 +66,7 @@ private:
     bool m_held = false;    // a press that began in the list is under way
     bool m_panning = false; // it has become a scrolling
     bool m_marksCursor = false;
+    bool m_hasPicked = false;
 };
 
 } // namespace Controls

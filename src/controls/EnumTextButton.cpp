@@ -186,7 +186,11 @@ void EnumTextButton::tellOpen()
 
 void EnumTextButton::takeChoice(int index)
 {
-    closeList();
+    // Closing takes longer than what a choice asks for, so it comes after that; posted, so that a slot with
+    // an event loop of its own finds the list closed.
+    if (m_popup) {
+        QMetaObject::invokeMethod(m_popup, &QWidget::close, Qt::QueuedConnection);
+    }
     Controls::guardAgainstSecondClick();
     setCurrentEnum(index);
     emit currentItemEdited(index);

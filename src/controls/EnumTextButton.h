@@ -54,7 +54,7 @@ public:
 
 signals:
     // The user has chosen an item, also the current one again. Never emitted for a change by code. The button
-    // has already taken the item as its current one.
+    // has already taken the item as its current one; the list closes in the next turn of the event loop.
     void currentItemEdited(int index);
 
 protected:

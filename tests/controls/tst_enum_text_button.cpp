@@ -47,6 +47,7 @@ private slots:
     void standsOnTheScreen();
     void picksOnce_data();
     void picksOnce();
+    void picksNothingMore();
     void doubleClickOnAnItem();
     void doubleClickOnTheButton();
     void pressElsewhereOnlyCloses();
@@ -180,6 +181,7 @@ void EnumTextButtonTest::picksOnce()
     bool openInSlot = true;
     connect(panel.button, &EnumTextButton::currentItemEdited, panel.button, [&] {
         seenInSlot = panel.button->currentEnum();
+        QCoreApplication::processEvents(); // as a slot does that opens a dialog
         openInSlot = panel.isOpen();
     });
     if (mouse) {
@@ -197,6 +199,25 @@ void EnumTextButtonTest::picksOnce()
     QCOMPARE(panel.button->currentEnum(), item);
     QCOMPARE(panel.button->labelText(), panel.button->enums().at(item));
     QCOMPARE(panel.pushes->count(), 0);
+}
+
+// What is typed or clicked before the list is closed picks nothing more.
+void EnumTextButtonTest::picksNothingMore()
+{
+    Panel panel;
+    QVERIFY(panel.show());
+    QVERIFY(panel.openByClick());
+    Controls::EnumList* const list = panel.list();
+    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(panel.edited(), QVector<int>{1});
+    QTRY_VERIFY(!panel.isOpen());
+    QCOMPARE(panel.pushes->count(), 0);
+    QVERIFY(panel.openByClick()); // another list, another choice
+    QTest::keyClick(panel.list(), Qt::Key_Return);
+    QCOMPARE(panel.edited(), (QVector<int>{1, 1}));
 }
 
 // The second click comes when the list is gone; what is beneath must not take it.

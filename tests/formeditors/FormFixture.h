@@ -112,7 +112,7 @@ struct FormFixture
             return false;
         list->setCurrentIndex(list->model()->index(index, 0));
         QTest::keyClick(list, Qt::Key_Return);
-        return !button->isListOpen();
+        return QTest::qWaitFor([button] { return !button->isListOpen(); });
     }
     // All that the form shows, in words.
     [[nodiscard]] QStringList everything() const

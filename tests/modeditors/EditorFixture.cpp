@@ -73,7 +73,7 @@ void EditorFixture::pick(const QString& objectName, int index) const
     QVERIFY(list);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualRect(list->model()->index(index, 0)).center());
-    QVERIFY(!picker->isListOpen());
+    QTRY_VERIFY(!picker->isListOpen());
 }
 
 Edit EditorFixture::edit(int index) const

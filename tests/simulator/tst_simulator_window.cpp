@@ -337,7 +337,7 @@ void TestSimulatorWindow::turns()
 void TestSimulatorWindow::barThatDoesNotAnswer()
 {
     HelperTimeouts timeouts;
-    timeouts.acknowledge = 50ms;
+    timeouts.acknowledge = 500ms; // that passes once; the answers below come in less
     Turns t(timeouts);
     t.f.reachReady();
     expectSilence();

@@ -226,6 +226,9 @@ void TestSweepPopup::fieldThatIsNoneOpensNoKeyboard()
     QVERIFY(!keyboard());
     emit panel->numericEditRequested(RemoteSweepPanel::NumericField::Dwell, panel);
     QVERIFY(keyboard());
+    QVERIFY(QTest::qWaitForWindowExposed(keyboard())); // a window manager is still framing it
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    QTRY_VERIFY(!keyboard());
 }
 
 void TestSweepPopup::equalSnapshotTouchesNoWidget()

@@ -75,13 +75,13 @@ void waitForRest(qint64 processId)
 {
     constexpr unsigned long pause = 600; // ms; the bar looks half a second after a show whether it has come
     constexpr int patience = 50;
-    ActivityFacts before;
+    ActivityFacts before = activityOf(processId);
     for (int looks = 0; looks < patience; ++looks) {
+        QThread::msleep(pause);
         const ActivityFacts now = activityOf(processId);
         if (now.switches == before.switches && now.ticks == before.ticks)
             return;
         before = now;
-        QThread::msleep(pause);
     }
     require(false, "the program does not come to rest");
 }

@@ -1,5 +1,5 @@
 // What the translation table costs: reading the column of one language out of 600 texts in 10 languages,
-// beside the least that any reader takes, which unpacks the same file and has expat see it without taking
+// beside the least that any reader takes, which unpacks the same sheet and has expat see it without taking
 // anything; and looking texts up, beside the bare hash.
 
 #include "kit/Report.h"

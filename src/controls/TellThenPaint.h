@@ -8,9 +8,9 @@
 
 namespace Controls {
 
-// The toolkit paints a button twice, at once, before it tells of a press: a millisecond before anything can
-// be asked for. A button of this kind tells first; the pixels follow in the same turn of the event loop.
-// `Button` is the toolkit's own.
+// The toolkit paints a button twice, at once, before it tells of a press, which takes up to a millisecond. A
+// button of this kind tells first; the pixels follow in the same turn of the event loop. `Button` is the
+// toolkit's own.
 template <typename Button>
 class TellThenPaint : public Button
 {

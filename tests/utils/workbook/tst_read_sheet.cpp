@@ -249,51 +249,37 @@ void TestReadSheet::packages_data()
         documents.workbookRelationships = relationshipsXml({"rId1 worksheet worksheets/sheet1.xml"});
         documents.sharedStrings.clear();
     });
-    const auto sheets = [](Documents& documents, const QByteArray& inner) {
-        const int begin = documents.workbook.indexOf("<sheet ");
-        const int end = documents.workbook.indexOf("</sheets>");
-        documents.workbook.replace(begin, end - begin, inner);
+    // Sheets by name, in the workbook's order, each with its relationship.
+    using Sheets = QVector<QPair<QByteArray, QByteArray>>;
+    const QByteArray here = "worksheet worksheets/sheet1.xml"; // whose text is to be read
+    const QByteArray missing = "worksheet worksheets/missing.xml";
+    const QByteArray picture = "chartsheet chartsheets/sheet1.xml";
+    const auto book = [&test](const char* name, const Sheets& sheets, const QByteArray& more = {}) {
+        test(name, [&](Documents& documents) {
+            QByteArray inner;
+            QVector<QByteArray> relationships;
+            for (const auto& sheet : sheets) {
+                // The relationships stand the other way round, which means nothing.
+                const QByteArray id = "rId" + QByteArray::number(relationships.size() + 3);
+                inner += "<sheet name=\"" + sheet.first + "\" sheetId=\"" + id.mid(3) + "\" r:id=\"" + id +
+                         '"' + more + "/>";
+                relationships.prepend(id + ' ' + sheet.second);
+            }
+            const int begin = documents.workbook.indexOf("<sheet ");
+            const int end = documents.workbook.indexOf("</sheets>");
+            documents.workbook.replace(begin, end - begin, inner);
+            documents.workbookRelationships = relationshipsXml(relationships);
+        });
     };
-    test("first in the workbook's order", [&](Documents& documents) {
-        sheets(
-            documents,
-            "<sheet name=\"b\" sheetId=\"2\" r:id=\"rId1\"/><sheet name=\"a\" sheetId=\"1\" r:id=\"rId3\"/>");
-        documents.workbookRelationships = relationshipsXml(
-            {"rId3 worksheet worksheets/missing.xml", "rId1 worksheet worksheets/sheet1.xml"});
-    });
-    test("a picture stands before it", [&](Documents& documents) {
-        sheets(
-            documents,
-            "<sheet name=\"p\" sheetId=\"1\" r:id=\"rId3\"/><sheet name=\"t\" sheetId=\"2\" r:id=\"rId1\"/>");
-        documents.workbookRelationships = relationshipsXml(
-            {"rId3 chartsheet chartsheets/sheet1.xml", "rId1 worksheet worksheets/sheet1.xml"});
-    });
-    const auto second = [&](Documents& documents, const QByteArray& name) {
-        sheets(documents,
-               "<sheet name=\"a\" sheetId=\"1\" r:id=\"rId3\"/><sheet name=\"" + name +
-                   "\" sheetId=\"2\" r:id=\"rId1\"/><sheet name=\"b\" sheetId=\"3\" r:id=\"rId4\"/>");
-        documents.workbookRelationships =
-            relationshipsXml({"rId3 worksheet worksheets/missing.xml", "rId1 worksheet worksheets/sheet1.xml",
-                              "rId4 worksheet worksheets/missing.xml"});
-    };
-    test("of the name", [&](Documents& documents) { second(documents, "Texts"); });
-    test("of the name in other letters", [&](Documents& documents) { second(documents, "tEXTS"); });
-    test("of the name with blanks around it", [&](Documents& documents) { second(documents, " Texts "); });
-    test("a picture of the name does not count", [&](Documents& documents) {
-        sheets(documents, "<sheet name=\"Texts\" sheetId=\"1\" r:id=\"rId3\"/>"
-                          "<sheet name=\"t\" sheetId=\"2\" r:id=\"rId1\"/>");
-        documents.workbookRelationships = relationshipsXml(
-            {"rId3 chartsheet chartsheets/sheet1.xml", "rId1 worksheet worksheets/sheet1.xml"});
-    });
-    test("two of the name, the first counts", [&](Documents& documents) {
-        sheets(documents, "<sheet name=\"Texts\" sheetId=\"1\" r:id=\"rId1\"/>"
-                          "<sheet name=\"Texts\" sheetId=\"2\" r:id=\"rId3\"/>");
-        documents.workbookRelationships = relationshipsXml(
-            {"rId3 worksheet worksheets/missing.xml", "rId1 worksheet worksheets/sheet1.xml"});
-    });
-    test("hidden", [&](Documents& documents) {
-        sheets(documents, "<sheet name=\"t\" sheetId=\"2\" state=\"hidden\" r:id=\"rId1\"/>");
-    });
+    book("first in the workbook's order", {{"b", here}, {"a", missing}});
+    book("a picture stands before it", {{"p", picture}, {"t", here}});
+    book("hidden", {{"t", here}}, " state=\"hidden\"");
+    book("of the name", {{"a", missing}, {"Texts", here}, {"b", missing}});
+    book("of the name in other letters", {{"a", missing}, {"tEXTS", here}, {"b", missing}});
+    book("of the name with blanks around it", {{"a", missing}, {" Texts ", here}, {"b", missing}});
+    book("a picture of the name does not count", {{"Texts", picture}, {"t", here}});
+    book("two of the name, the first counts", {{"Texts", here}, {"Texts", missing}});
+    book("a name that only begins so", {{"t", here}, {"Texts 2", missing}});
     test("prefixes everywhere", [](Documents& documents) {
         for (QByteArray* xml :
              {&documents.packageRelationships, &documents.workbook, &documents.workbookRelationships,
